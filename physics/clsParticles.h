@@ -1,0 +1,10 @@
+#pragma once
+
+namespace qb {
+
+class clsParticles {
+public:
+    bool create() { return true; }
+};
+
+}  // namespace qb

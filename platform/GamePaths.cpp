@@ -1,0 +1,43 @@
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "platform/Platform.h"
+
+namespace qb {
+
+namespace fs = std::filesystem;
+
+namespace {
+std::string withSlash(std::string dir) {
+    if (!dir.empty() && dir.back() != '/') dir += '/';
+    return dir;
+}
+}  // namespace
+
+GamePaths ResolveGamePaths(const std::string& gameDir) {
+    GamePaths p;
+    p.gameDir = withSlash(gameDir);
+    p.writeDir = p.gameDir;
+    if (::access(p.gameDir.c_str(), W_OK) == 0) return p;
+
+    std::string base;
+    if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)
+        base = xdg;
+    else if (const char* home = std::getenv("HOME"); home && *home)
+        base = std::string(home) + "/.local/share";
+    else
+        base = "/tmp";
+    p.writeDir = withSlash(base + "/quorbit");
+    std::error_code ec;
+    fs::create_directories(p.writeDir, ec);
+    // The shipped tracks are copied once; from then on fastest times are
+    // patched into the copy.
+    const std::string shipped = p.gameDir + "levels.dat";
+    if (!fs::exists(p.levelsFile(), ec) && fs::exists(shipped, ec))
+        fs::copy_file(shipped, p.levelsFile(), ec);
+    return p;
+}
+
+}  // namespace qb

@@ -1,0 +1,39 @@
+// The services a game run is given. `quorbit` hands in the real ones, tests
+// and tools the headless ones; the game code never knows which.
+#pragma once
+
+#include <string>
+
+#include "platform/AudioDevice.h"
+#include "platform/Clock.h"
+#include "platform/GraphicsDevice.h"
+#include "platform/KeyboardDevice.h"
+#include "platform/SystemInfo.h"
+#include "platform/Window.h"
+
+namespace qb {
+
+// Where the game reads its data and writes its files.
+struct GamePaths {
+    std::string gameDir;   // holds levels.dat and the asset folders, ends with '/'
+    std::string writeDir;  // options.dat, stats.dat, Debug.txt (and the patched levels.dat), ends with '/'
+    // levels.dat to read and patch: writeDir's copy when writeDir differs.
+    std::string levelsFile() const { return writeDir + "levels.dat"; }
+};
+
+struct Platform {
+    GraphicsDevice& graphics;
+    KeyboardDevice& keyboard;
+    Clock& clock;
+    Window& window;
+    AudioDevice& audio;
+    SystemInfo& system;
+    GamePaths paths;
+};
+
+// Picks the folder the game writes to: the game folder when writable, else
+// $XDG_DATA_HOME/quorbit (default ~/.local/share/quorbit). When they differ,
+// levels.dat is copied there once so fastest times can be patched in place.
+GamePaths ResolveGamePaths(const std::string& gameDir);
+
+}  // namespace qb

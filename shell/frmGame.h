@@ -1,0 +1,127 @@
+// The game form: owns the game state, the run flag, every subsystem object and
+// the main loop. One frmGame is one run of the game on one Platform.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/Platform.h"
+#include "shell/GameState.h"
+
+namespace qb {
+
+class QuorbitDebug;
+class DirectX;
+class DirectInput;
+class optionsDat;
+class Stats;
+class LevelStructure;
+class TrackObjects;
+class AnimatedTextures;
+class clsBackground;
+class clsPlayer;
+class clsParticles;
+class clsShadow;
+class CollisionDetection;
+class DXmusicSFX;
+class Gui;
+class KeyboardControls;
+
+class frmGame : public WindowEvents {
+public:
+    explicit frmGame(Platform& platform);
+    ~frmGame() override;
+    frmGame(const frmGame&) = delete;
+    frmGame& operator=(const frmGame&) = delete;
+
+    // --- form events ------------------------------------------------------------------
+    // Form_Load: GameState = Starting, then loadgame (start-up, main loop, shutdown).
+    // Returns the process exit code.
+    int Form_Load();
+    void Form_Unload();
+    void Form_MouseDown(int button, float x, float y);
+    void Form_MouseMove(float x, float y);
+
+    // --- the spine --------------------------------------------------------------------
+    int loadgame();
+    // Start-up steps 1 to 24; false when the game cannot go on (no graphics).
+    bool startup();
+    // One pass of the main loop's outer body; tests drive the loop with it.
+    void mainLoopPass();
+    void runMainLoop();
+    void shutdown();
+    // One play frame, in its fixed order.
+    void playFrame();
+    void RenderFrame();
+    void ResetFPSCounter() { RaceFrames = 0; }
+    // Recovers a lost device and rebuilds what lives on it.
+    void DeviceReset();
+    // Switches between 800x600 (1) and 1024x768 (2) at run time.
+    void ChangeVideoMode(int32_t mode);
+
+    // --- the session (start, death, finish) --------------------------------------------
+    void startPlaying();
+    void resetgame(bool winLevel);
+    void Winlevel();
+
+    // --- one keyboard pass ---------------------------------------------------------------
+    void HandleKeyboard();
+
+    // --- drawing pieces -------------------------------------------------------------------
+    void DrawWorld(bool showAll);
+    void DrawPlayerAndParticles();
+    void DrawTextFields();
+    void DrawButtons();
+    void MovePlatforms();
+    void StepAnimatedTextures();
+    void UpdateFPSCounter() { RaceFrames += 1; }
+
+    // --- WindowEvents -----------------------------------------------------------------
+    void onMouseMove(float x, float y) override { Form_MouseMove(x, y); }
+    void onMouseDown(int button, float x, float y) override { Form_MouseDown(button, x, y); }
+    void onClose() override { Form_Unload(); }
+
+    // --- state owned by the form -----------------------------------------------------
+    Platform& platform;
+    GameStateValue GameState = Starting;
+    bool GameRunning = false;
+    std::string TexturesPath;     // gameDir + "textures/"
+    std::string BackgroundsPath;  // gameDir + "backgrounds/"
+    int64_t PerfFrequency = 1;
+    int64_t FrameStartCount = 0;
+    int64_t NowCount = 0;
+    uint32_t LastAnimatedTextureTick = 0;
+    static constexpr double FrameInterval = 40.0;             // ms between play frames
+    static constexpr uint32_t AnimatedTextureInterval = 300;  // ms
+    bool graphicsReady = false;   // start-up step 7 succeeded
+    int exitCode = 0;
+
+    // Run values (the race clock and the current run).
+    int32_t RaceFrames = 0;
+    uint32_t RunStartTicks = 0;
+    int32_t StarsCollected = 0;
+    bool OnGround = false;
+    int32_t LastFinishSeconds = 0;
+    int32_t LastFinishHundredths = 0;
+
+    // --- subsystems -------------------------------------------------------------------
+    std::unique_ptr<QuorbitDebug> debug;
+    std::unique_ptr<optionsDat> options;
+    std::unique_ptr<DirectX> dx;
+    std::unique_ptr<DirectInput> input;
+    std::unique_ptr<Stats> stats;
+    std::unique_ptr<LevelStructure> levels;
+    std::unique_ptr<TrackObjects> track;
+    std::unique_ptr<AnimatedTextures> animated;
+    std::unique_ptr<clsBackground> background;
+    std::unique_ptr<clsPlayer> player;
+    std::unique_ptr<clsParticles> particles;
+    std::unique_ptr<clsShadow> shadow;
+    std::unique_ptr<CollisionDetection> collision;
+    std::unique_ptr<DXmusicSFX> sound;
+    std::unique_ptr<Gui> gui;
+    std::unique_ptr<KeyboardControls> controls;
+};
+
+}  // namespace qb

@@ -1,0 +1,10 @@
+#pragma once
+
+namespace qb {
+
+class AnimatedTextures {
+public:
+    void InitAnimatedTextures() {}
+};
+
+}  // namespace qb
