@@ -11,17 +11,25 @@ struct Step {
     void (*run)(const std::string& gameDir);  // gameDir ends with '/'
 };
 
-// Each family lives in its own file.
-void MakeBackgrounds(const std::string& gameDir);  // backgrounds/: load.jpg, skies
-void MakeTextures(const std::string& gameDir);     // textures/: faces, animation frames
-void MakeModels(const std::string& gameDir);       // models/ and skins/
-void MakeMisc(const std::string& gameDir);         // misc/: explosion, particle, shadow
-void MakeGui(const std::string& gameDir);          // gui/: buttons and pictures
-void MakeSounds(const std::string& gameDir);       // sfx/ and music/
+// Each family lives in its own file(s).
+void MakeLoadingPicture(const std::string& gameDir);  // backgrounds/load.jpg
+void MakeBackgrounds(const std::string& gameDir);     // backgrounds/: the skies
+void MakeTextures(const std::string& gameDir);        // textures/: faces, animation frames
+void MakeStarModel(const std::string& gameDir);       // models/orb.x and its skin
+void MakePlayerModel(const std::string& gameDir);     // models/player.x and its skin
+void MakeMisc(const std::string& gameDir);            // misc/: explosion, particle, shadow
+void MakeGui(const std::string& gameDir);             // gui/: buttons and pictures
+void MakeSounds(const std::string& gameDir);          // sfx/ and music/
 
 inline std::vector<Step> AllSteps() {
-    return {{"backgrounds", MakeBackgrounds}, {"textures", MakeTextures}, {"models", MakeModels},
-            {"misc", MakeMisc},               {"gui", MakeGui},           {"sounds", MakeSounds}};
+    return {{"loading picture", MakeLoadingPicture},
+            {"skies", MakeBackgrounds},
+            {"textures", MakeTextures},
+            {"star model", MakeStarModel},
+            {"player model", MakePlayerModel},
+            {"misc", MakeMisc},
+            {"gui", MakeGui},
+            {"sounds", MakeSounds}};
 }
 
 }  // namespace qb::content

@@ -2,6 +2,6 @@
 
 namespace qb::content {
 
-void MakeModels(const std::string&) {}
+void MakeLoadingPicture(const std::string&) {}
 
 }  // namespace qb::content
