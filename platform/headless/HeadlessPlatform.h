@@ -172,7 +172,7 @@ public:
     std::string os = "Debian GNU/Linux 12 (bookworm)";
     std::string cpu = "Headless CPU";
     int32_t mhz = 1800;
-    uint64_t memory = 536330240ull;  // 511.48046875 MB
+    uint64_t memory = 536326144ull;  // 511.48046875 MB
     std::string operatingSystemName() override { return os; }
     std::string processorName() override { return cpu; }
     int32_t processorSpeedMhz() override { return mhz; }

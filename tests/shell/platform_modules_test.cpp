@@ -1,0 +1,113 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "platform/D3DMath.h"
+#include "platform/DirectInput.h"
+#include "platform/DirectX.h"
+#include "platform/QuorbitDebug.h"
+#include "tests/shell/TestGame.h"
+
+namespace qb {
+namespace {
+
+void ExpectMatrix(const Matrix4& m, const float (&want)[4][4]) {
+    for (int r = 0; r < 4; ++r)
+        for (int c = 0; c < 4; ++c) EXPECT_NEAR(m.m[r][c], want[r][c], 1e-5f) << "row " << r << " col " << c;
+}
+
+TEST(Matrices, LookAtFromTheStartCameraMatchesDirect3D) {
+    // Eye (0, 25, -18) looking at (0, 8, 0): values as D3DXMatrixLookAtLH gives them.
+    const Matrix4 m = MatrixLookAtLH({0, 25, -18}, {0, 8, 0}, {0, 1, 0});
+    const float len = std::sqrt(17.0f * 17.0f + 18.0f * 18.0f);
+    const float zy = -17.0f / len, zz = 18.0f / len;  // forward axis
+    const float yy = zz, yz = -zy;                    // up axis = forward x right
+    const float want[4][4] = {{1, 0, 0, 0},
+                              {0, yy, zy, 0},
+                              {0, yz, zz, 0},
+                              {0, -(25 * yy + -18 * yz), -(25 * zy + -18 * zz), 1}};
+    ExpectMatrix(m, want);
+    // The look-at point lies on the view axis, in front of the eye.
+    const Vector3 at = TransformCoord({0, 8, 0}, m);
+    EXPECT_NEAR(at.x, 0, 1e-5);
+    EXPECT_NEAR(at.y, 0, 1e-5);
+    EXPECT_NEAR(at.z, len, 1e-4);
+}
+
+TEST(Matrices, PerspectiveMapsNearAndFarToZeroAndOne) {
+    const Matrix4 m = MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f);
+    const float ys = 1.0f / std::tan(3.14159265f / 8);
+    const float want[4][4] = {{ys, 0, 0, 0},
+                              {0, ys, 0, 0},
+                              {0, 0, 500.0f / 499.9f, 1},
+                              {0, 0, -0.1f * 500.0f / 499.9f, 0}};
+    ExpectMatrix(m, want);
+    EXPECT_NEAR(TransformCoord({0, 0, 0.1f}, m).z, 0.0f, 1e-5);
+    EXPECT_NEAR(TransformCoord({0, 0, 500.0f}, m).z, 1.0f, 1e-5);
+    // Row vectors: translation lives in the fourth row.
+    const Matrix4 t = MatrixTranslation(1, 2, 3);
+    EXPECT_EQ(t.m[3][0], 1);
+    EXPECT_EQ(t.m[3][2], 3);
+}
+
+TEST(DebugLog, RecordsAreQuotedWithCrlfAndNumbersPlain) {
+    const std::string dir = test::ScratchDir("debuglog");
+    FixedSystemInfo sys;
+    sys.os = "";  // an unknown system gives an empty name
+    sys.cpu = CleanProcessorName(std::string(255, '\0'));
+    sys.mhz = 0;
+    {
+        QuorbitDebug log;
+        log.Open(dir + "Debug.txt", sys, "2026-11-23");
+        log.WriteLine("Buffer Overflow -> Compensating");
+        log.WriteLine("say \"hi\"");
+        log.Close();
+        log.WriteLine("after close is harmless");
+    }
+    const auto lines = test::ReadCrlfLines(dir + "Debug.txt");
+    ASSERT_EQ(lines.size(), 11u);
+    EXPECT_EQ(lines[2], "\"Operating system\",\"\"");
+    EXPECT_EQ(lines[3], "#2026-11-23#");
+    EXPECT_EQ(lines[5], "\"(unknown)\"");
+    EXPECT_EQ(lines[6], "\"CPU Speed\",0,\"Mhz\"");
+    EXPECT_EQ(lines[9], "\"Buffer Overflow -> Compensating\"");
+    EXPECT_EQ(lines[10], "\"say \"\"hi\"\"\"");
+}
+
+TEST(SystemFacts, ProcessorNameAndAdapterNameCleaning) {
+    EXPECT_EQ(CleanProcessorName(std::string("AMD Ryzen\0garbage", 17)), "AMD Ryzen");
+    const std::string full(255, 'x');  // no NUL at all: kept whole
+    EXPECT_EQ(CleanProcessorName(full).size(), 255u);
+    std::string card = "GeForce";
+    card.resize(512, '\0');
+    card[300] = 'X';
+    EXPECT_EQ(CleanAdapterName(card), "GeForceX");
+    EXPECT_EQ(QuorbitDebug::MegabytesText(536326144ull), "511.48046875");
+    EXPECT_EQ(QuorbitDebug::MegabytesText(1024ull * 1024 * 2048), "2048");
+    LinuxSystemInfo real;
+    EXPECT_GT(real.totalPhysicalMemory(), 0u);
+    EXPECT_FALSE(real.processorName().empty());
+}
+
+TEST(Trim, DropsBlanksAndControlCharactersAtBothEnds) {
+    EXPECT_EQ(Trim("  \t NAME \r\n"), "NAME");
+    EXPECT_EQ(Trim(""), "");
+    EXPECT_EQ(Trim(" \x01 "), "");
+    EXPECT_EQ(Trim("A B"), "A B");
+}
+
+TEST(ScriptedKeyboard, MoreThanTenEventsBetweenReadsReportTheOverflow) {
+    ScriptedKeyboard k;
+    std::vector<KeyEvent> events;
+    for (int i = 0; i < 6; ++i) {
+        k.press(DIK_A);
+        k.release(DIK_A);
+    }
+    EXPECT_EQ(k.getEvents(events), KeyboardDevice::DIERR_BUFFEROVERFLOW);
+    EXPECT_EQ(events.size(), 10u);
+    EXPECT_EQ(k.getEvents(events), 0);
+    EXPECT_TRUE(events.empty());
+}
+
+}  // namespace
+}  // namespace qb

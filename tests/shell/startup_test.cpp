@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "platform/DirectX.h"
+#include "tests/shell/TestGame.h"
+
+namespace qb {
+namespace {
+
+using test::TestGame;
+
+// Index of the first log line equal to `text` at or after `from`; -1 if none.
+int FindLine(const std::vector<std::string>& lines, const std::string& text, int from = 0) {
+    for (int i = from; i < static_cast<int>(lines.size()); ++i)
+        if (lines[i] == text) return i;
+    return -1;
+}
+
+int FindPrefix(const std::vector<std::string>& lines, const std::string& prefix, int from = 0) {
+    for (int i = from; i < static_cast<int>(lines.size()); ++i)
+        if (lines[i].rfind(prefix, 0) == 0) return i;
+    return -1;
+}
+
+TEST(Startup, WritesTheReportAndEveryStepInOrderThenRunsUntilClosed) {
+    TestGame t("startup");
+    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+    const int code = t.game->Form_Load();
+    EXPECT_EQ(code, 0);
+    EXPECT_EQ(t.game->GameState, Closing);
+    EXPECT_FALSE(t.game->GameRunning);
+
+    const auto lines = t.log();
+    ASSERT_GE(lines.size(), 20u);
+    EXPECT_EQ(lines[0], "");
+    EXPECT_EQ(lines[1], "\"Quorbit Debug\"");
+    EXPECT_EQ(lines[2], "\"Operating system\",\"Debian GNU/Linux 12 (bookworm)\"");
+    EXPECT_EQ(lines[3].front(), '#');
+    EXPECT_EQ(lines[3].back(), '#');
+    EXPECT_EQ(lines[3].size(), 12u);
+    EXPECT_EQ(lines[4], "");
+    EXPECT_EQ(lines[5], "\"Headless CPU\"");
+    EXPECT_EQ(lines[6], "\"CPU Speed\",1800,\"Mhz\"");
+    EXPECT_EQ(lines[7], "\"Memory\",\"511.48046875\"");
+    EXPECT_EQ(lines[8], "");
+
+    const int card = FindLine(lines, "\"Graphics Card = Headless Adapter\"");
+    const int hal = FindLine(lines, "\"Hardware Rasterizer (HAL) avalible\"", card);
+    const int tnl = FindLine(lines, "\"Hardware Transform and lighting avalible\"", hal);
+    const int dx = FindLine(lines, "\"Initalise DirectX and DX3D = True\"", tnl);
+    const int polling = FindLine(lines, "\"Using Polling Method for Direct Input\"", dx);
+    const int kbd = FindLine(lines, "\"Keyboard Information\"", polling);
+    const int product = FindLine(lines, "\"Product Name : Headless Keyboard\"", kbd);
+    const int type = FindLine(lines, "\"Device Type : 1043\"", product);
+    const int guid = FindPrefix(lines, "\"GUID : {", type);
+    const int input = FindLine(lines, "\"Initalise DirectInput = True\"", guid);
+    const int sound = FindPrefix(lines, "\"Initalise DirectSound = ", input);
+    const int anim = FindLine(lines, "\"Initalise Animated Textures = True\"", sound);
+    for (int i : {card, hal, tnl, dx, polling, kbd, product, type, guid, input, sound, anim}) EXPECT_GE(i, 9);
+    // The keyboard block is framed by empty records.
+    EXPECT_EQ(lines[kbd - 1], "");
+    EXPECT_EQ(lines[guid + 1], "");
+}
+
+TEST(Startup, ShowsTheLoadingPictureBeforeTheMenus) {
+    TestGame t("loading");
+    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+    t.game->Form_Load();
+    EXPECT_TRUE(t.hp.window.shown);
+    // Two loading frames during start-up, then at least one menu pass.
+    EXPECT_GE(t.hp.graphics.presentCount, 2);  // a loading frame, then menu passes
+}
+
+TEST(Startup, WithoutHardwareLogsFalseExplainsAndStops) {
+    struct Case {
+        const char* name;
+        void (*breakIt)(HeadlessGraphics&);
+        const char* logLine;
+        const char* message;
+    };
+    const Case cases[] = {
+        {"nohal", [](HeadlessGraphics& g) { g.hardware = false; }, "\"No 3D Hardware Detected\"",
+         "No 3D hardware detected. Quorbit requires a 3D accelerator Video Card"},
+        {"notnl", [](HeadlessGraphics& g) { g.tnl = false; }, "\"No Hardware Transform and lighting avalible\"",
+         "Hardware Transform and lighting required. Feature not found"},
+        {"createfails", [](HeadlessGraphics& g) { g.failCreate = true; }, "\"Initalise DirectX and DX3D = False\"",
+         "Something went wrong trying to initalise DX -2005530516 D3DERR_NOTAVAILABLE"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        TestGame t(c.name);
+        c.breakIt(t.hp.graphics);
+        EXPECT_NE(t.game->Form_Load(), 0);
+        const auto lines = t.log();
+        EXPECT_GE(FindLine(lines, c.logLine), 0);
+        const int dx = FindLine(lines, "\"Initalise DirectX and DX3D = False\"");
+        EXPECT_GE(dx, 0);
+        EXPECT_GE(FindLine(lines, "\"Initalise DirectInput = False\"", dx), 0);
+        EXPECT_GE(FindLine(lines, "\"Initalise DirectSound = False\"", dx), 0);
+        EXPECT_EQ(FindLine(lines, "\"Using Polling Method for Direct Input\""), -1);
+        ASSERT_EQ(t.hp.window.messages.size(), 1u);
+        EXPECT_EQ(t.hp.window.messages[0], c.message);
+        EXPECT_FALSE(t.game->GameRunning);
+    }
+}
+
+TEST(Startup, WithoutKeyboardSkipsSoundButStillReachesTheMenus) {
+    TestGame t("nokeyboard");
+    t.hp.keyboard.present = false;
+    int passes = 0;
+    t.hp.window.onProcess = [&](WindowEvents& w) {
+        if (++passes == 2) w.onClose();
+    };
+    EXPECT_EQ(t.game->Form_Load(), 0);
+    const auto lines = t.log();
+    EXPECT_GE(FindLine(lines, "\"Initalise DirectInput = False\""), 0);
+    EXPECT_GE(FindLine(lines, "\"Initalise DirectSound = False\""), 0);
+    EXPECT_GE(FindLine(lines, "\"Initalise Animated Textures = True\""), 0);
+    ASSERT_FALSE(t.hp.window.messages.empty());
+    EXPECT_EQ(t.hp.window.messages[0], "Error occured trying to initalise Direct Input");
+}
+
+TEST(Startup, FreshOptionsPlayAt800x600AndASecondStartRewritesTheLog) {
+    TestGame t("fresh");
+    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+    t.game->Form_Load();
+    EXPECT_EQ(t.hp.graphics.created.width, 800);
+    EXPECT_EQ(t.hp.graphics.created.height, 600);
+    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
+    EXPECT_TRUE(std::filesystem::exists(t.writeDir + "options.dat"));
+    const auto first = t.log();
+
+    frmGame again(t.hp.platform);
+    again.Form_Load();
+    const auto second = t.log();
+    EXPECT_EQ(first.size(), second.size());  // replaced, not appended
+}
+
+TEST(Startup, StoredVideoMode2PlaysAt1024x768WithCentredLayout) {
+    TestGame t("mode2");
+    {
+        std::ofstream o(t.writeDir + "options.dat", std::ios::binary);
+        const unsigned char bytes[12] = {50, 0, 0, 0, 0x30, 0xF8, 0xFF, 0xFF, 2, 0, 0, 0};
+        o.write(reinterpret_cast<const char*>(bytes), 12);
+    }
+    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+    t.game->Form_Load();
+    EXPECT_EQ(t.hp.graphics.created.width, 1024);
+    EXPECT_EQ(t.hp.graphics.created.height, 768);
+    EXPECT_EQ(t.game->dx->GuiOffsetX, 112.0f);
+    EXPECT_EQ(t.game->dx->GuiOffsetY, 84.0f);
+}
+
+TEST(Startup, MultisamplingTakesTheHighestOf2_4_6) {
+    struct Case {
+        std::vector<int> support;
+        int expected;
+    };
+    for (const Case& c : {Case{{2, 6}, 6}, Case{{}, 0}, Case{{2, 4}, 4}, Case{{4}, 4}}) {
+        TestGame t("msaa");
+        t.hp.graphics.sampleSupport = c.support;
+        t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+        t.game->Form_Load();
+        EXPECT_EQ(t.hp.graphics.created.multiSamples, c.expected);
+    }
+}
+
+}  // namespace
+}  // namespace qb
