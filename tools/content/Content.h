@@ -20,6 +20,7 @@ void MakePlayerModel(const std::string& gameDir);     // models/player.x and its
 void MakeMisc(const std::string& gameDir);            // misc/: explosion, particle, shadow
 void MakeGui(const std::string& gameDir);             // gui/: buttons and pictures
 void MakeSounds(const std::string& gameDir);          // sfx/ and music/
+void MakeIcon(const std::string& gameDir);            // icons/quorbit.png for the desktop
 
 inline std::vector<Step> AllSteps() {
     return {{"loading picture", MakeLoadingPicture},
@@ -29,7 +30,8 @@ inline std::vector<Step> AllSteps() {
             {"player model", MakePlayerModel},
             {"misc", MakeMisc},
             {"gui", MakeGui},
-            {"sounds", MakeSounds}};
+            {"sounds", MakeSounds},
+            {"icon", MakeIcon}};
 }
 
 }  // namespace qb::content
