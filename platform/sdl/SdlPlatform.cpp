@@ -26,11 +26,13 @@ std::string ExecutableFolder(const std::string& argv0) {
     return dir;
 }
 
-SdlPlatform::SdlPlatform(const std::string& argv0)
+SdlPlatform::SdlPlatform(const std::string& argv0, bool)
     : impl_(std::make_unique<SdlPlatformImpl>(ExecutableFolder(argv0))), platform(impl_->headless.platform) {
     platform.paths = ResolveGamePaths(ExecutableFolder(argv0));
 }
 
 SdlPlatform::~SdlPlatform() = default;
+
+bool SdlPlatform::saveScreenshot(const std::string&) { return false; }
 
 }  // namespace qb

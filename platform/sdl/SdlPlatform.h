@@ -14,8 +14,16 @@ struct SdlPlatformImpl;
 class SdlPlatform {
 public:
     // argv0 locates the game folder (the folder holding the executable).
-    explicit SdlPlatform(const std::string& argv0);
+    // hiddenWindow: the window is never mapped; frames are still drawn into
+    // the back buffer, so saveScreenshot works (the picture tool uses it).
+    explicit SdlPlatform(const std::string& argv0, bool hiddenWindow = false);
     ~SdlPlatform();
+    SdlPlatform(const SdlPlatform&) = delete;
+    SdlPlatform& operator=(const SdlPlatform&) = delete;
+
+    // Writes the last frame drawn into the back buffer as a PNG. False when
+    // there is no device yet or the file cannot be written.
+    bool saveScreenshot(const std::string& pngPath);
 
 private:
     std::unique_ptr<SdlPlatformImpl> impl_;
