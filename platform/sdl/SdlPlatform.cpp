@@ -1,5 +1,3 @@
-// Placeholder until the SDL2/OpenGL services land: headless services with the
-// real system facts, so the game builds and starts.
 #include "platform/sdl/SdlPlatform.h"
 
 #include <unistd.h>
@@ -7,13 +5,46 @@
 #include <climits>
 #include <filesystem>
 
+#include "platform/SystemInfo.h"
+#include "platform/sdl/SdlClock.h"
+#include "platform/sdl/SdlGraphics.h"
+#include "platform/sdl/SdlKeyboard.h"
+#include "platform/sdl/SdlWindow.h"
+
+#if __has_include("platform/sdl/SdlAudio.h")
+#include "platform/sdl/SdlAudio.h"
+#define QUORBIT_HAVE_SDL_AUDIO 1
+#else
 #include "platform/headless/HeadlessPlatform.h"
+#endif
 
 namespace qb {
 
+namespace {
+#ifdef QUORBIT_HAVE_SDL_AUDIO
+using RealAudio = SdlAudio;
+#else
+// Until the sound output lands the game runs silent (and says so in its log).
+struct RealAudio : HeadlessAudio {
+    RealAudio() { available = false; }
+};
+#endif
+}  // namespace
+
+// Members in construction order: the window needs the keyboard it feeds, the
+// device needs the window; they go in reverse, the device first.
 struct SdlPlatformImpl {
-    explicit SdlPlatformImpl(const std::string& dir) : headless(dir) {}
-    HeadlessPlatform headless;
+    SdlPlatformImpl(const std::string& gameDir, bool hidden)
+        : window(keyboard, hidden, gameDir + "icons/quorbit.png"),
+          graphics(window),
+          platform{graphics, keyboard, clock, window, audio, system, ResolveGamePaths(gameDir)} {}
+    SdlKeyboard keyboard;
+    SdlClock clock;
+    SdlWindow window;
+    SdlGraphics graphics;
+    RealAudio audio;
+    LinuxSystemInfo system;
+    Platform platform;
 };
 
 std::string ExecutableFolder(const std::string& argv0) {
@@ -26,13 +57,11 @@ std::string ExecutableFolder(const std::string& argv0) {
     return dir;
 }
 
-SdlPlatform::SdlPlatform(const std::string& argv0, bool)
-    : impl_(std::make_unique<SdlPlatformImpl>(ExecutableFolder(argv0))), platform(impl_->headless.platform) {
-    platform.paths = ResolveGamePaths(ExecutableFolder(argv0));
-}
+SdlPlatform::SdlPlatform(const std::string& argv0, bool hiddenWindow)
+    : impl_(std::make_unique<SdlPlatformImpl>(ExecutableFolder(argv0), hiddenWindow)), platform(impl_->platform) {}
 
 SdlPlatform::~SdlPlatform() = default;
 
-bool SdlPlatform::saveScreenshot(const std::string&) { return false; }
+bool SdlPlatform::saveScreenshot(const std::string& pngPath) { return impl_->graphics.saveScreenshot(pngPath); }
 
 }  // namespace qb

@@ -1,0 +1,58 @@
+#include "platform/sdl/GlTextures.h"
+
+#include <SDL.h>
+#include <SDL_image.h>
+
+#include <cstring>
+
+namespace qb {
+
+bool LoadArgbImage(const std::string& path, ArgbImage& out) {
+    SDL_Surface* loaded = IMG_Load(path.c_str());
+    if (!loaded) return false;
+    SDL_Surface* argb = SDL_ConvertSurfaceFormat(loaded, SDL_PIXELFORMAT_ARGB8888, 0);
+    SDL_FreeSurface(loaded);
+    if (!argb) return false;
+    out.width = argb->w;
+    out.height = argb->h;
+    out.pixels.resize(static_cast<size_t>(argb->w) * static_cast<size_t>(argb->h));
+    SDL_LockSurface(argb);
+    for (int y = 0; y < argb->h; ++y)
+        std::memcpy(out.pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(argb->w),
+                    static_cast<const uint8_t*>(argb->pixels) + static_cast<size_t>(y) * static_cast<size_t>(argb->pitch),
+                    static_cast<size_t>(argb->w) * 4);
+    SDL_UnlockSurface(argb);
+    SDL_FreeSurface(argb);
+    return true;
+}
+
+size_t ApplyColourKey(uint32_t* argb, size_t count, uint32_t key) {
+    if (key == 0) return 0;
+    size_t keyed = 0;
+    for (size_t i = 0; i < count; ++i)
+        if (argb[i] == key) {
+            argb[i] = 0;
+            ++keyed;
+        }
+    return keyed;
+}
+
+GLuint UploadTexture(const ArgbImage& image, bool mipmaps) {
+    GLuint tex = 0;
+    glGenTextures(1, &tex);
+    glBindTexture(GL_TEXTURE_2D, tex);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
+    // ARGB words are BGRA bytes on every machine when read as 8_8_8_8_REV.
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV,
+                 image.pixels.data());
+    if (mipmaps && (epoxy_gl_version() >= 30 || epoxy_has_gl_extension("GL_ARB_framebuffer_object")))
+        glGenerateMipmap(GL_TEXTURE_2D);
+    return tex;
+}
+
+}  // namespace qb
