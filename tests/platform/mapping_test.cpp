@@ -1,0 +1,266 @@
+// The pure pieces of the real platform: letterboxing and mouse positions,
+// the Direct3D-to-GL transforms, point-sprite size, colour keys, .x meshes
+// and font look-up.
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+
+#include "platform/D3DMath.h"
+#include "platform/sdl/GlPipeline.h"
+#include "platform/sdl/GlText.h"
+#include "platform/sdl/GlTextures.h"
+#include "platform/sdl/GlTransforms.h"
+#include "platform/sdl/Letterbox.h"
+#include "platform/sdl/XMesh.h"
+
+namespace qb {
+namespace {
+
+Vector4 Apply(const Vector4& v, const Matrix4& m) {
+    Vector4 r;
+    r.x = v.x * m.m[0][0] + v.y * m.m[1][0] + v.z * m.m[2][0] + v.w * m.m[3][0];
+    r.y = v.x * m.m[0][1] + v.y * m.m[1][1] + v.z * m.m[2][1] + v.w * m.m[3][1];
+    r.z = v.x * m.m[0][2] + v.y * m.m[1][2] + v.z * m.m[2][2] + v.w * m.m[3][2];
+    r.w = v.x * m.m[0][3] + v.y * m.m[1][3] + v.z * m.m[2][3] + v.w * m.m[3][3];
+    return r;
+}
+
+TEST(Letterbox, WideDesktopGetsBarsLeftAndRight) {
+    const ViewRect r = LetterboxRect(1920, 1080, 800, 600);
+    EXPECT_EQ(r.x, 240);
+    EXPECT_EQ(r.y, 0);
+    EXPECT_EQ(r.w, 1440);
+    EXPECT_EQ(r.h, 1080);
+}
+
+TEST(Letterbox, TallWindowGetsBarsTopAndBottom) {
+    const ViewRect r = LetterboxRect(1024, 1024, 1024, 768);
+    EXPECT_EQ(r.x, 0);
+    EXPECT_EQ(r.y, 128);
+    EXPECT_EQ(r.w, 1024);
+    EXPECT_EQ(r.h, 768);
+}
+
+TEST(Letterbox, MatchingWindowMapsOneToOne) {
+    const ViewRect r = LetterboxRect(800, 600, 800, 600);
+    float x, y;
+    WindowToBackBuffer(r, 800, 600, 123, 456, x, y);
+    EXPECT_FLOAT_EQ(x, 123);
+    EXPECT_FLOAT_EQ(y, 456);
+}
+
+TEST(Letterbox, MousePositionsComeBackInBackBufferPixels) {
+    const ViewRect r = LetterboxRect(1920, 1080, 800, 600);
+    float x, y;
+    WindowToBackBuffer(r, 800, 600, 240, 0, x, y);  // the picture's top-left corner
+    EXPECT_FLOAT_EQ(x, 0);
+    EXPECT_FLOAT_EQ(y, 0);
+    WindowToBackBuffer(r, 800, 600, 960, 540, x, y);  // the desktop's centre
+    EXPECT_FLOAT_EQ(x, 400);
+    EXPECT_FLOAT_EQ(y, 300);
+    WindowToBackBuffer(r, 800, 600, 100, 540, x, y);  // over the left bar: off the picture
+    EXPECT_LT(x, 0);
+    WindowToBackBuffer(r, 800, 600, 1800, 540, x, y);  // over the right bar
+    EXPECT_GT(x, 800);
+}
+
+TEST(Letterbox, DegenerateSizesDoNotDivideByZero) {
+    const ViewRect r = LetterboxRect(0, 0, 800, 600);
+    EXPECT_EQ(r.w, 0);
+    float x, y;
+    WindowToBackBuffer(r, 800, 600, 5, 6, x, y);
+    EXPECT_FLOAT_EQ(x, 5);
+    EXPECT_FLOAT_EQ(y, 6);
+}
+
+TEST(GlTransforms, NearAndFarPlanesLandOnGlDepthLimits) {
+    const Matrix4 p = MatrixMultiply(MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f), D3DDepthToGl());
+    const Vector4 nearPt = Apply({0, 0, 0.1f, 1}, p);
+    const Vector4 farPt = Apply({0, 0, 500.0f, 1}, p);
+    EXPECT_NEAR(nearPt.z / nearPt.w, -1.0f, 1e-5);
+    EXPECT_NEAR(farPt.z / farPt.w, 1.0f, 1e-4);
+}
+
+TEST(GlTransforms, DepthMappingKeepsXYAndWAndIsLinearInD3DDepth) {
+    const Matrix4 d3d = MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f);
+    const Matrix4 gl = MatrixMultiply(d3d, D3DDepthToGl());
+    for (float z : {0.5f, 3.0f, 25.0f, 250.0f}) {
+        const Vector4 a = Apply({1.5f, -2.0f, z, 1}, d3d);
+        const Vector4 b = Apply({1.5f, -2.0f, z, 1}, gl);
+        EXPECT_FLOAT_EQ(a.x, b.x);
+        EXPECT_FLOAT_EQ(a.y, b.y);
+        EXPECT_FLOAT_EQ(a.w, b.w);
+        EXPECT_NEAR(b.z / b.w, 2.0f * (a.z / a.w) - 1.0f, 1e-5);
+    }
+}
+
+TEST(GlTransforms, ScreenPixelsLandOnGlPixelCentres) {
+    const Matrix4 s = ScreenSpaceProjection(800, 600);
+    // Direct3D's pixel (0, 0) is GL's top-left pixel, centre (0.5, 599.5).
+    const Vector4 tl = Apply({0, 0, 0, 1}, s);
+    EXPECT_NEAR((tl.x + 1) / 2 * 800, 0.5f, 1e-4);
+    EXPECT_NEAR((tl.y + 1) / 2 * 600, 599.5f, 1e-3);
+    EXPECT_NEAR(tl.z, -1.0f, 1e-6);
+    const Vector4 br = Apply({799, 599, 1, 1}, s);
+    EXPECT_NEAR((br.x + 1) / 2 * 800, 799.5f, 1e-3);
+    EXPECT_NEAR((br.y + 1) / 2 * 600, 0.5f, 1e-3);
+    EXPECT_NEAR(br.z, 1.0f, 1e-6);
+}
+
+TEST(GlTransforms, DefaultPointScaleGivesViewportHeightTimesSize) {
+    EXPECT_FLOAT_EQ(PointSpriteScreenSize(0.03f, 600), 18.0f);
+    EXPECT_FLOAT_EQ(PointSpriteScreenSize(0.06f, 768, 40.0f), 0.06f * 768);
+    // With C = 1 the size falls off with distance.
+    EXPECT_NEAR(PointSpriteScreenSize(0.5f, 600, 10.0f, 0, 0, 1), 30.0f, 1e-4);
+}
+
+TEST(GlPipeline, PrimitiveCountsBecomeVertexCounts) {
+    EXPECT_EQ(VertexCount(Primitive::TriangleList, 2), 6);
+    EXPECT_EQ(VertexCount(Primitive::TriangleStrip, 2), 4);
+    EXPECT_EQ(VertexCount(Primitive::PointList, 30), 30);
+    EXPECT_EQ(VertexCount(Primitive::TriangleList, 0), 0);
+}
+
+TEST(GlPipeline, ArgbColoursBecomeRgbaBytes) {
+    uint8_t rgba[4];
+    UnpackArgb(argb(0x11, 0x22, 0x33, 0x44), rgba);
+    EXPECT_EQ(rgba[0], 0x22);
+    EXPECT_EQ(rgba[1], 0x33);
+    EXPECT_EQ(rgba[2], 0x44);
+    EXPECT_EQ(rgba[3], 0x11);
+}
+
+TEST(ColourKey, OnlyExactArgbMatchesTurnTransparentBlack) {
+    uint32_t px[] = {0xFF000000u, 0xFF000001u, 0x00000000u, 0xFFBDBDBDu, 0xFF000000u, 0xFEFFFFFFu};
+    EXPECT_EQ(ApplyColourKey(px, 6, 0xFF000000u), 2u);
+    EXPECT_EQ(px[0], 0u);
+    EXPECT_EQ(px[1], 0xFF000001u);  // nearly black stays
+    EXPECT_EQ(px[3], 0xFFBDBDBDu);
+    EXPECT_EQ(px[4], 0u);
+    EXPECT_EQ(ApplyColourKey(px, 6, 0xFFBDBDBDu), 1u);
+    EXPECT_EQ(px[3], 0u);
+}
+
+TEST(ColourKey, ZeroMeansNoKey) {
+    uint32_t px[] = {0u, 0xFF000000u};
+    EXPECT_EQ(ApplyColourKey(px, 2, 0), 0u);
+    EXPECT_EQ(px[1], 0xFF000000u);
+}
+
+TEST(ColourKey, BitmapPixelsFromAFileAreOpaqueUntilKeyed) {
+    const std::string path = ::testing::TempDir() + "qb_key.bmp";
+    SDL_Surface* s = SDL_CreateRGBSurfaceWithFormat(0, 4, 2, 24, SDL_PIXELFORMAT_RGB24);
+    ASSERT_NE(s, nullptr);
+    SDL_FillRect(s, nullptr, SDL_MapRGB(s->format, 255, 0, 255));
+    SDL_Rect right{2, 0, 2, 2};
+    SDL_FillRect(s, &right, SDL_MapRGB(s->format, 10, 200, 30));
+    ASSERT_EQ(SDL_SaveBMP(s, path.c_str()), 0);
+    SDL_FreeSurface(s);
+    ArgbImage img;
+    ASSERT_TRUE(LoadArgbImage(path, img));
+    ASSERT_EQ(img.width, 4);
+    ASSERT_EQ(img.height, 2);
+    EXPECT_EQ(img.pixels[0], 0xFFFF00FFu);
+    EXPECT_EQ(img.pixels[3], 0xFF0AC81Eu);
+    EXPECT_EQ(ApplyColourKey(img.pixels.data(), img.pixels.size(), 0xFFFF00FFu), 4u);
+    EXPECT_EQ(img.pixels[4], 0u);
+    EXPECT_EQ(img.pixels[7], 0xFF0AC81Eu);
+    EXPECT_FALSE(LoadArgbImage(::testing::TempDir() + "qb_missing.bmp", img));
+}
+
+const char* TriangleX = R"(xof 0303txt 0032
+Material Red {
+ 1.0;0.0;0.0;1.0;;
+ 0.0;
+ 0.0;0.0;0.0;;
+ 0.0;0.0;0.0;;
+ TextureFilename { "skin.bmp"; }
+}
+Material Plain {
+ 0.0;0.5;1.0;1.0;;
+ 0.0;
+ 0.0;0.0;0.0;;
+ 0.0;0.0;0.0;;
+}
+Mesh Tri {
+ 4;
+ 0.0;0.0;1.0;,
+ 1.0;0.0;2.0;,
+ 0.0;3.0;1.0;,
+ 5.0;5.0;5.0;;
+ 2;
+ 3;0,1,2;,
+ 3;1,3,2;;
+ MeshMaterialList {
+  2;
+  2;
+  0,
+  1;;
+  {Red}
+  {Plain}
+ }
+ MeshTextureCoords {
+  4;
+  0.0;0.0;,
+  1.0;0.0;,
+  0.0;1.0;,
+  0.25;0.75;;
+ }
+}
+)";
+
+TEST(XMeshFile, CoordinatesWindingAndTextureCoordinatesComeOutAsStored) {
+    const std::string path = ::testing::TempDir() + "qb_tri.x";
+    std::ofstream(path) << TriangleX;
+    XMeshData mesh;
+    ASSERT_TRUE(LoadXMesh(path, mesh));
+    ASSERT_EQ(mesh.materials.size(), 2u);
+    EXPECT_EQ(mesh.materials[0].textureFile, "skin.bmp");
+    EXPECT_FLOAT_EQ(mesh.materials[0].diffuse.r, 1.0f);
+    EXPECT_EQ(mesh.materials[1].textureFile, "");
+    EXPECT_FLOAT_EQ(mesh.materials[1].diffuse.b, 1.0f);
+    ASSERT_EQ(mesh.subsets.size(), 2u);
+    ASSERT_EQ(mesh.subsets[0].size(), 3u);
+    ASSERT_EQ(mesh.subsets[1].size(), 3u);
+    const auto& a = mesh.subsets[0];
+    // Face 0,1,2 in the file's order, left-handed z untouched.
+    EXPECT_FLOAT_EQ(a[0].z, 1.0f);
+    EXPECT_FLOAT_EQ(a[1].x, 1.0f);
+    EXPECT_FLOAT_EQ(a[1].z, 2.0f);
+    EXPECT_FLOAT_EQ(a[2].y, 3.0f);
+    // Direct3D texture coordinates: v grows downwards, as in the file.
+    EXPECT_FLOAT_EQ(a[1].u, 1.0f);
+    EXPECT_FLOAT_EQ(a[1].v, 0.0f);
+    EXPECT_FLOAT_EQ(a[2].v, 1.0f);
+    const auto& b = mesh.subsets[1];  // face 1,3,2
+    EXPECT_FLOAT_EQ(b[1].x, 5.0f);
+    EXPECT_FLOAT_EQ(b[1].u, 0.25f);
+    EXPECT_FLOAT_EQ(b[1].v, 0.75f);
+    EXPECT_EQ(a[0].diffuse, 0xFFFFFFFFu);  // unlit and without vertex colours: white
+    EXPECT_FALSE(LoadXMesh(::testing::TempDir() + "qb_none.x", mesh));
+}
+
+TEST(Fonts, PointsAreMeantFor96Dpi) {
+    EXPECT_EQ(FontPixelSize(18), 24);
+    EXPECT_EQ(FontPixelSize(13), 17);
+    EXPECT_EQ(FontPixelSize(12), 16);
+}
+
+TEST(Fonts, TheGamesFaceNameFindsAScalableSans) {
+    bool boldFace = false;
+    const std::string file = ResolveFontFile("Ariel", true, boldFace);
+    ASSERT_FALSE(file.empty());
+    EXPECT_TRUE(std::filesystem::exists(file)) << file;
+    bool regularBold = true;
+    const std::string regular = ResolveFontFile("Ariel", false, regularBold);
+    EXPECT_FALSE(regularBold);
+    if (file.find("Liberation") != std::string::npos) {
+        EXPECT_TRUE(boldFace) << file;
+    }
+}
+
+}  // namespace
+}  // namespace qb
