@@ -33,7 +33,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     particles = std::make_unique<clsParticles>();
     shadow = std::make_unique<clsShadow>();
     collision = std::make_unique<CollisionDetection>();
-    sound = std::make_unique<DXmusicSFX>();
+    sound = std::make_unique<DXmusicSFX>(p.audio, *options, *debug, p.paths.gameDir);
     gui = std::make_unique<Gui>(*this);
     controls = std::make_unique<KeyboardControls>(*this);
 }

@@ -1,0 +1,148 @@
+#include "audio/DXmusicSFX.h"
+
+#include <cmath>
+#include <utility>
+
+#include "persist/optionsDat.h"
+#include "platform/AudioDevice.h"
+#include "platform/QuorbitDebug.h"
+
+namespace qb {
+
+namespace {
+// Load order of the effects; number 2 never had a sound.
+constexpr int kEffectNumbers[] = {1, 3, 4, 5, 6, 7, 8, 9};
+// The roll-over blip keeps its full level: it is the menu's own feedback and
+// must stay audible even when the player turns the game effects down.
+constexpr int kVolumeEffects[] = {1, 3, 5, 4, 6, 7, 9};
+}  // namespace
+
+DXmusicSFX::DXmusicSFX(AudioDevice& device, optionsDat& options, QuorbitDebug& debug, std::string gameDir)
+    : device_(device), options_(options), debug_(debug), gameDir_(std::move(gameDir)) {
+    if (!gameDir_.empty() && gameDir_.back() != '/') gameDir_ += '/';
+}
+
+DXmusicSFX::~DXmusicSFX() {
+    if (opened_) device_.close();
+}
+
+const char* DXmusicSFX::EffectFile(int number) {
+    switch (number) {
+        case 1: return "sfx/Jump.wav";
+        case 3: return "sfx/fall.wav";
+        case 4: return "sfx/getstar.wav";
+        case 5: return "sfx/blowup.wav";
+        case 6: return "sfx/bouncepad.wav";
+        case 7: return "sfx/turboplatform.wav";
+        case 8: return "sfx/rollover.wav";
+        case 9: return "sfx/transit.wav";
+        default: return "";
+    }
+}
+
+const char* DXmusicSFX::MusicFile(int piece) {
+    switch (piece) {
+        case 1: return "music/track01.ogg";
+        case 7: return "music/winlevel.ogg";
+        default: return "";
+    }
+}
+
+float DXmusicSFX::SfxGain(int32_t hundredthsOfDecibel) {
+    return static_cast<float>(std::pow(10.0, static_cast<double>(hundredthsOfDecibel) / 2000.0));
+}
+
+bool DXmusicSFX::InitSound() {
+    SoundReady = false;
+    if (!opened_) opened_ = device_.open();
+    if (!opened_) return false;
+    for (int number : kEffectNumbers) {
+        if (!device_.loadEffect(number, gameDir_ + EffectFile(number))) return false;
+    }
+    SoundReady = true;
+    SfxMuted = false;
+    // A piece that cannot be opened stays silent; nothing else depends on it.
+    device_.loadMusic(MusicTrack, gameDir_ + MusicFile(MusicTrack));
+    device_.loadMusic(MusicWin, gameDir_ + MusicFile(MusicWin));
+    SetSfxVolume(options_.Options.SfxVolume);
+    SetMusicVolume(options_.Options.MusicVolume);
+    return true;
+}
+
+void DXmusicSFX::PlayEffect(int16_t Number) {
+    if (!SoundReady || SfxMuted || Number < 1 || Number > 9) return;
+    switch (Number) {
+        case SfxJump:
+        case SfxGetStar:
+        case SfxBouncePad:
+        case SfxTurboPlatform:
+        case SfxRollover:
+        case SfxTransit:
+            device_.stopEffect(Number);
+            device_.rewindEffect(Number);
+            device_.playEffect(Number);
+            break;
+        case SfxFall:
+            device_.rewindEffect(Number);
+            device_.playEffect(Number);
+            break;
+        case SfxBlowUp:
+            device_.playEffect(Number);
+            break;
+        default:
+            break;
+    }
+}
+
+void DXmusicSFX::StopFallSound() {
+    if (SoundReady) device_.stopEffect(SfxFall);
+}
+
+void DXmusicSFX::PlayMusic(int16_t Piece) {
+    if (!SoundReady || MusicMuted) return;
+    StopMusic();
+    if (Piece == MusicTrack) device_.playMusic(MusicTrack, true);
+    if (Piece == MusicWin) device_.playMusic(MusicWin, false);
+    CurrentMusic = Piece;
+}
+
+void DXmusicSFX::StopMusic() {
+    if (!SoundReady) return;
+    device_.stopMusic(MusicTrack);
+    device_.stopMusic(MusicWin);
+}
+
+// Neither checks SoundReady: the device ignores calls on pieces it never opened.
+void DXmusicSFX::PauseMusic() {
+    if (CurrentMusic == MusicTrack || CurrentMusic == MusicWin) device_.pauseMusic();
+}
+
+void DXmusicSFX::ResumeMusic() {
+    if (CurrentMusic == MusicTrack) device_.playMusic(MusicTrack, true);
+    if (CurrentMusic == MusicWin) device_.playMusic(MusicWin, false);
+}
+
+void DXmusicSFX::SetSfxVolume(int32_t Volume) {
+    if (Volume >= SfxVolumeMin && Volume <= SfxVolumeMax) {
+        if (SoundReady) {
+            const float gain = SfxGain(Volume);
+            for (int number : kVolumeEffects) device_.setEffectGain(number, gain);
+        }
+        SfxVolume = Volume;
+    }
+    SfxMuted = Volume <= SfxVolumeMin;
+    options_.Options.SfxVolume = Volume;
+    options_.SaveOptions();
+}
+
+void DXmusicSFX::SetMusicVolume(int32_t Volume) {
+    if (Volume >= 0 && Volume <= MusicVolumeMax) {
+        if (SoundReady) device_.setMusicGain(static_cast<float>(Volume) / 100.0f);
+        MusicVolume = Volume;
+    }
+    MusicMuted = Volume <= 0;
+    options_.Options.MusicVolume = Volume;
+    options_.SaveOptions();
+}
+
+}  // namespace qb
