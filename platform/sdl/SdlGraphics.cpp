@@ -131,8 +131,6 @@ void SdlGraphics::createDevice(const PresentParams& params) {
     glActiveTexture(GL_TEXTURE0);
     glEnable(GL_TEXTURE_2D);
     glTexEnvi(GL_TEXTURE_ENV, GL_TEXTURE_ENV_MODE, GL_COMBINE);
-    glEnable(GL_POINT_SPRITE);
-    glTexEnvi(GL_POINT_SPRITE, GL_COORD_REPLACE, GL_TRUE);
     // Direct3D's front faces turn clockwise on screen.
     glFrontFace(GL_CW);
     glDepthFunc(GL_LEQUAL);
@@ -332,7 +330,12 @@ void SdlGraphics::drawPointVertices(const PointVertex* v, int count) {
     glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, range);
     const float size = PointSpriteScreenSize(DWordToFloat(renderStates_[RenderState::PointSize]), bufferH_);
     glPointSize(std::clamp(size, std::max(range[0], 1.0f), range[1]));
+    // Sprites only while drawing points: some drivers replace the texture
+    // coordinates of every primitive while it is on.
+    glEnable(GL_POINT_SPRITE);
+    glTexEnvi(GL_POINT_SPRITE, GL_COORD_REPLACE, GL_TRUE);
     drawScratch(GL_POINTS, count);
+    glDisable(GL_POINT_SPRITE);
 }
 
 void SdlGraphics::drawMeshSubset(MeshId mesh, int subset) {

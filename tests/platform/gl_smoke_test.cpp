@@ -1,0 +1,222 @@
+// The OpenGL device drawing for real into its back buffer (hidden window):
+// a textured block with Direct3D's culling, a colour-keyed screen quad, the
+// translucent button blend, text and a point sprite, checked pixel by pixel
+// on the saved picture. Skips where there is no display.
+#include <SDL.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "platform/D3DMath.h"
+#include "platform/sdl/GlTextures.h"
+#include "platform/sdl/SdlGraphics.h"
+#include "platform/sdl/SdlKeyboard.h"
+#include "platform/sdl/SdlWindow.h"
+
+namespace qb {
+namespace {
+
+constexpr uint32_t Backdrop = 0xFF000040u;  // clear colour: (0, 0, 64)
+
+std::string WriteBmp(const std::string& name, int w, int h, uint32_t left, uint32_t right) {
+    const std::string path = ::testing::TempDir() + name;
+    SDL_Surface* s = SDL_CreateRGBSurfaceWithFormat(0, w, h, 24, SDL_PIXELFORMAT_RGB24);
+    auto map = [&](uint32_t c) { return SDL_MapRGB(s->format, (c >> 16) & 255, (c >> 8) & 255, c & 255); };
+    SDL_FillRect(s, nullptr, map(left));
+    SDL_Rect r{w / 2, 0, w - w / 2, h};
+    SDL_FillRect(s, &r, map(right));
+    SDL_SaveBMP(s, path.c_str());
+    SDL_FreeSurface(s);
+    return path;
+}
+
+class GlDevice : public ::testing::Test {
+protected:
+    SdlKeyboard keyboard;
+    SdlWindow window{keyboard, true, ""};
+    SdlGraphics device{window};
+    ArgbImage picture;
+
+    void SetUp() override {
+        const char* display = std::getenv("DISPLAY");
+        if (!display || !*display) GTEST_SKIP() << "no DISPLAY";
+        window.show();
+        if (!device.hasHardwareRasterizer()) GTEST_SKIP() << "no OpenGL: " << window.failure();
+        device.createDevice(PresentParams{800, 600, 0});
+        device.setRenderState(RenderState::ZEnable, 1);
+        device.setRenderState(RenderState::AlphaBlendEnable, 1);
+    }
+
+    void shoot(const std::string& name) {
+        device.present();
+        const std::string path = ::testing::TempDir() + name;
+        ASSERT_TRUE(device.saveScreenshot(path));
+        ASSERT_TRUE(LoadArgbImage(path, picture));
+        ASSERT_EQ(picture.width, 800);
+        ASSERT_EQ(picture.height, 600);
+    }
+    uint32_t at(int x, int y) const { return picture.pixels[static_cast<size_t>(y) * 800 + static_cast<size_t>(x)]; }
+    static int channel(uint32_t c, int shift) { return static_cast<int>((c >> shift) & 255); }
+    void expectColour(int x, int y, int r, int g, int b, int tolerance = 3) const {
+        const uint32_t c = at(x, y);
+        EXPECT_NEAR(channel(c, 16), r, tolerance) << "red at " << x << "," << y;
+        EXPECT_NEAR(channel(c, 8), g, tolerance) << "green at " << x << "," << y;
+        EXPECT_NEAR(channel(c, 0), b, tolerance) << "blue at " << x << "," << y;
+    }
+
+    // The camera 3 units in front of the unit cube's front face, looking at it.
+    void lookAtCube() {
+        device.setTransform(TransformKind::View, MatrixLookAtLH({0.5f, 0.5f, -3}, {0.5f, 0.5f, 0}, {0, 1, 0}));
+        device.setTransform(TransformKind::Projection, MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f));
+        device.setTransform(TransformKind::World, MatrixIdentity());
+    }
+};
+
+BlockVertex V(float x, float y, float z, uint32_t diffuse, float u, float v) { return {x, y, z, diffuse, 0, u, v}; }
+
+TEST_F(GlDevice, BlockFrontFaceShowsAndBackWindingIsCulled) {
+    const TextureId red = device.createTextureFromFile(WriteBmp("qb_red.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
+    ASSERT_NE(red, 0u);
+    // The block's front face as the block builds it, grey 9A9A9A.
+    const BlockVertex front[6] = {V(0, 1, 0, 0xFF9A9A9A, 0, 0), V(1, 1, 0, 0xFF9A9A9A, 1, 0),
+                                  V(0, 0, 0, 0xFF9A9A9A, 0, 1), V(1, 1, 0, 0xFF9A9A9A, 1, 0),
+                                  V(1, 0, 0, 0xFF9A9A9A, 1, 1), V(0, 0, 0, 0xFF9A9A9A, 0, 1)};
+    const BufferId buffer = device.createVertexBuffer(front, 6);
+    device.clear(Backdrop, 1.0f);
+    lookAtCube();
+    device.setTexture(red);
+    device.drawBuffer(Primitive::TriangleList, buffer, 0, 2);
+    // The same face wound the other way, moved left: Direct3D culls it.
+    const BlockVertex back[6] = {front[0], front[2], front[1], front[3], front[5], front[4]};
+    device.setTransform(TransformKind::World, MatrixTranslation(-1.5f, 0, 0));
+    device.drawBlockVertices(Primitive::TriangleList, back, 2);
+    shoot("qb_block.png");
+    expectColour(400, 300, 154, 0, 0);  // red texture times grey diffuse
+    expectColour(400 - 240, 300, 0, 0, 64);
+    // The face spans a third of the view height around the centre: 0.5 / tan(pi/8) / 3.
+    expectColour(400, 300 - 110, 154, 0, 0);
+    expectColour(400, 300 - 135, 0, 0, 64);
+}
+
+TEST_F(GlDevice, NearerGeometryHidesFartherAndScreenDepthCounts) {
+    const BlockVertex nearQuad[4] = {V(0, 1, 0, 0xFF00FF00, 0, 0), V(1, 1, 0, 0xFF00FF00, 1, 0),
+                                     V(0, 0, 0, 0xFF00FF00, 0, 1), V(1, 0, 0, 0xFF00FF00, 1, 1)};
+    const BlockVertex farQuad[4] = {V(-1, 2, 2, 0xFFFF0000, 0, 0), V(2, 2, 2, 0xFFFF0000, 1, 0),
+                                    V(-1, -1, 2, 0xFFFF0000, 0, 1), V(2, -1, 2, 0xFFFF0000, 1, 1)};
+    device.clear(Backdrop, 1.0f);
+    lookAtCube();
+    device.setTexture(0);  // untextured: the diffuse colour
+    device.drawBlockVertices(Primitive::TriangleStrip, nearQuad, 2);
+    device.drawBlockVertices(Primitive::TriangleStrip, farQuad, 2);
+    // Screen quads: a far one (depth 0.9) then a near one (0.1) over the same pixels.
+    auto quad = [](float x, float y, float z, uint32_t colour, ScreenVertex out[4]) {
+        out[0] = {x, y, z, 1, colour, 0, 0, 0};
+        out[1] = {x + 40, y, z, 1, colour, 0, 1, 0};
+        out[2] = {x, y + 40, z, 1, colour, 0, 0, 1};
+        out[3] = {x + 40, y + 40, z, 1, colour, 0, 1, 1};
+    };
+    ScreenVertex a[4], b[4];
+    quad(700, 20, 0.1f, 0xFFFFFF00, a);
+    quad(700, 20, 0.9f, 0xFF00FFFF, b);
+    device.drawScreenVertices(Primitive::TriangleStrip, a, 2);
+    device.drawScreenVertices(Primitive::TriangleStrip, b, 2);
+    shoot("qb_depth.png");
+    expectColour(400, 300, 0, 255, 0);
+    expectColour(400, 100, 255, 0, 0);
+    expectColour(720, 40, 255, 255, 0);
+    // Direct3D pixel rules: a quad from x = 700 to 740 covers pixels 700..739.
+    expectColour(700, 40, 255, 255, 0);
+    expectColour(739, 40, 255, 255, 0);
+    expectColour(740, 40, 0, 0, 64);
+    expectColour(699, 40, 0, 0, 64);
+}
+
+TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
+    // Left half magenta (the key), right half green.
+    const TextureId keyed =
+        device.createTextureFromFile(WriteBmp("qb_keyed.bmp", 64, 64, 0xFF00FF, 0x00FF00), 64, 64, 0xFFFF00FFu, true);
+    ASSERT_NE(keyed, 0u);
+    device.clear(Backdrop, 1.0f);
+    device.setRenderState(RenderState::ZWriteEnable, 0);
+    device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
+    device.setRenderState(RenderState::DestBlend, BlendInvSrcAlpha);
+    device.setTextureStageState(TextureStageState::AlphaOp, TopSelectArg1);
+    device.setTextureStageState(TextureStageState::AlphaArg1, TaTexture);
+    device.setTexture(keyed);
+    const uint32_t white = 0xFFFFFFFFu;
+    ScreenVertex q[4] = {{100, 100, 1, 1, white, 0, 0, 0}, {164, 100, 0, 1, white, 0, 1, 0},
+                         {100, 163, 0, 1, white, 0, 0, 1}, {164, 163, 0, 1, white, 0, 1, 1}};
+    device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
+    // A translucent button: diffuse alpha 160 modulated with itself, added to
+    // what is there (destination alpha reads 1).
+    device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
+    device.setRenderState(RenderState::DestBlend, BlendDestAlpha);
+    device.setTextureStageState(TextureStageState::AlphaOp, TopModulate);
+    device.setTextureStageState(TextureStageState::AlphaArg1, TaDiffuse);
+    device.setTextureStageState(TextureStageState::AlphaArg2, TaCurrent);
+    const uint32_t faint = 0xA0FFFFFFu;
+    ScreenVertex t[4] = {{300, 100, 1, 1, faint, 0, 0, 0}, {364, 100, 0, 1, faint, 0, 1, 0},
+                         {300, 163, 0, 1, faint, 0, 0, 1}, {364, 163, 0, 1, faint, 0, 1, 1}};
+    device.drawScreenVertices(Primitive::TriangleStrip, t, 2);
+    shoot("qb_keyed.png");
+    expectColour(110, 130, 0, 0, 64);    // keyed: the backdrop shows through
+    expectColour(150, 130, 0, 255, 0);   // green, opaque
+    expectColour(310, 130, 0, 0, 64);        // keyed texels are transparent black: nothing added
+    expectColour(350, 130, 0, 100, 64, 4);  // green * (160/255)^2 added to the backdrop
+}
+
+TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
+    device.clear(Backdrop, 1.0f);
+    const FontId font = device.createFont("Ariel", 18, true);
+    ASSERT_NE(font, 0u);
+    device.drawText(font, "Quorbit", 0, 500, 800, 560, 0xFFFFFFFFu);
+    device.drawText(font, "WWWWWWWWWWWWWWWW", 390, 200, 410, 260, 0xFFFFFF00u);
+    shoot("qb_text.png");
+    int minX = 800, maxX = -1, minY = 600, maxY = -1, yellowOutside = 0, yellowInside = 0;
+    for (int y = 0; y < 600; ++y)
+        for (int x = 0; x < 800; ++x) {
+            const uint32_t c = at(x, y);
+            const bool lit = channel(c, 16) > 128;
+            if (!lit) continue;
+            if (y >= 500) {
+                minX = std::min(minX, x), maxX = std::max(maxX, x);
+                minY = std::min(minY, y), maxY = std::max(maxY, y);
+            } else if (channel(c, 0) < 100) {
+                (x >= 390 && x < 410 && y >= 200 && y < 260 ? yellowInside : yellowOutside) += 1;
+            }
+        }
+    ASSERT_GE(maxX, 0) << "no text drawn";
+    EXPECT_NEAR((minX + maxX) / 2.0, 400.0, 3.0);
+    EXPECT_GT(maxX - minX, 50);
+    EXPECT_GE(minY, 500);
+    EXPECT_LT(minY, 512);
+    EXPECT_LT(maxY, 535);
+    EXPECT_GT(yellowInside, 20);
+    EXPECT_EQ(yellowOutside, 0);
+    // Drawing the same text again is served from the cache and looks the same.
+    device.clear(Backdrop, 1.0f);
+    device.drawText(font, "Quorbit", 0, 500, 800, 560, 0xFFFFFFFFu);
+    const uint32_t before = at(minX, minY + 5);
+    shoot("qb_text2.png");
+    EXPECT_EQ(at(minX, minY + 5), before);
+}
+
+TEST_F(GlDevice, PointSpriteIsViewportHeightTimesSizeWide) {
+    const TextureId white = device.createTextureFromFile(WriteBmp("qb_white.bmp", 8, 8, 0xFFFFFF, 0xFFFFFF), 0, 0, 0, true);
+    device.clear(Backdrop, 1.0f);
+    lookAtCube();
+    device.setTexture(white);
+    device.setRenderState(RenderState::PointSize, FloatToDWord(0.03f));  // 18 pixels at 600 high
+    const PointVertex p{0.5f, 0.5f, 5.0f, 0xFFFFFF00u, 0, 0};
+    device.drawPointVertices(&p, 1);
+    shoot("qb_point.png");
+    expectColour(400, 300, 255, 255, 0);
+    expectColour(408, 300, 255, 255, 0);
+    expectColour(400, 291, 255, 255, 0);
+    expectColour(411, 300, 0, 0, 64);
+    expectColour(400, 311, 0, 0, 64);
+}
+
+}  // namespace
+}  // namespace qb
