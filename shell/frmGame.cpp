@@ -28,7 +28,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     levels = std::make_unique<LevelStructure>(p.paths.levelsFile());
     track = std::make_unique<TrackObjects>(*this);
     animated = std::make_unique<AnimatedTextures>();
-    background = std::make_unique<clsBackground>(p.graphics);
+    background = std::make_unique<clsBackground>(p.graphics, dx->ScreenWidth, dx->ScreenHeight);
     player = std::make_unique<clsPlayer>();
     particles = std::make_unique<clsParticles>();
     shadow = std::make_unique<clsShadow>();

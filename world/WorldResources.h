@@ -42,6 +42,7 @@ public:
 
     GraphicsDevice& device;
     std::string TexturesPath;                     // folder of the face textures, ends with '/'
+    std::string SkinsPath;                        // folder of the model skins, ends with '/'
     const AnimatedTextures* animated = nullptr;   // frame table for animated faces
 
 private:

@@ -1,0 +1,46 @@
+#include "world/clsStar.h"
+
+#include <cmath>
+
+#include "platform/D3DMath.h"
+#include "world/WorldResources.h"
+
+namespace qb {
+
+void clsStar::load(const std::string& modelFile) {
+    visible_ = true;
+    mesh_ = res_.mesh(modelFile, res_.SkinsPath);
+}
+
+void clsStar::draw(const WorldFrame& frame) {
+    if (!visible_) return;
+    if (frame.playing) {
+        spin_ += 5;
+        if (spin_ > 360) spin_ = 1;
+    }
+    if (mesh_ == nullptr) return;
+    GraphicsDevice& device = res_.device;
+    const float radians = static_cast<float>(spin_ * 0.0174532923847437);
+    Matrix4 world = MatrixRotationY(radians);
+    world.m[3][0] = x_;
+    world.m[3][1] = y_;
+    world.m[3][2] = z_;
+    device.setTransform(TransformKind::World, world);
+    const int count = static_cast<int>(mesh_->materials.size());
+    for (int i = 0; i < count; ++i) {
+        device.setTexture(mesh_->textures[i]);
+        device.drawMeshSubset(mesh_->mesh, i);
+    }
+}
+
+int32_t clsStar::Xpos() const { return static_cast<int32_t>(std::nearbyint(x_)); }
+int32_t clsStar::Ypos() const { return static_cast<int32_t>(std::nearbyint(y_)); }
+void clsStar::Ypos(int32_t value) {
+    if (value > -1) y_ = static_cast<float>(value);
+}
+int32_t clsStar::Zpos() const { return static_cast<int32_t>(std::nearbyint(z_)); }
+void clsStar::Zpos(int32_t value) {
+    if (value > -1) z_ = static_cast<float>(value);
+}
+
+}  // namespace qb
