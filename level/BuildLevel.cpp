@@ -7,8 +7,10 @@
 namespace qb {
 
 void TrackObjects::BuildLevel(int32_t level, bool loadBackground) {
-    (void)level;
-    (void)loadBackground;
+    // A number outside the loaded file builds nothing: the old track stays.
+    if (!game_.levels->HasLevel(level)) return;
+    BuildLevel(game_.levels->Level(level), loadBackground);
+    BuiltLevel = level;
 }
 
 }  // namespace qb

@@ -146,6 +146,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
     PlatformUpper = P;
     StarUpper = S;
     Gravity = record.Settings.Gravity;
+    BuiltLevel = 0;
 
     if (loadBackground) game_.background->create(game_.BackgroundsPath + record.BackgroundName());
     game_.ResetFPSCounter();

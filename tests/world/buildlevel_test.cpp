@@ -1,0 +1,247 @@
+#include <filesystem>
+
+#include "level/LevelRecords.h"
+#include "level/TrackObjects.h"
+#include "physics/clsPlayer.h"
+#include "shell/frmGame.h"
+#include "tests/world/WorldTest.h"
+#include "world/AnimatedTextures.h"
+#include "world/clsBackground.h"
+
+namespace qb {
+namespace {
+
+struct BuildRig {
+    std::string dir;
+    HeadlessPlatform hp;
+    std::unique_ptr<frmGame> game;
+    explicit BuildRig(const std::string& name) : dir(test::WorldScratch(name)), hp(dir, dir) {
+        test::TouchTextures(dir);
+        test::Touch(dir + "textures/stone.BMP");
+        test::Touch(dir + "models/orb.x");
+        test::Touch(dir + "backgrounds/bk003.jpg");
+        game = std::make_unique<frmGame>(hp.platform);
+        game->TexturesPath = dir + "textures/";
+        game->BackgroundsPath = dir + "backgrounds/";
+        game->animated->InitAnimatedTextures();
+    }
+    TrackObjects& track() { return *game->track; }
+};
+
+LevelRecord Track(int blocks, int ramps, int platforms, int stars) {
+    LevelRecord r;
+    r.TextureNames = {"", "road.bmp", "wall.bmp", "Stone.bmp", "", "AnimationTest_1.bmp"};
+    r.Settings.Gravity = 0.0025f;
+    r.BlockUpper = blocks - 1;
+    r.RampUpper = ramps - 1;
+    r.PlatformUpper = platforms - 1;
+    r.StarUpper = stars - 1;
+    for (int i = 0; i < blocks; ++i) {
+        BlockRecord b;
+        b.Z = static_cast<float>(i * 4);
+        b.scaleX = 3;
+        b.scalez = 4;
+        b.TextureD = 1;
+        b.TextureA = 2;
+        r.Blocks.push_back(b);
+    }
+    for (int i = 0; i < ramps; ++i) r.Ramps.push_back(RampRecord{});
+    for (int i = 0; i < platforms; ++i) r.Platforms.push_back(MovingPlatformRecord{});
+    for (int i = 0; i < stars; ++i) r.Stars.push_back(StarRecord{});
+    r.Background = "bk003.jpg" + std::string(41, ' ');
+    return r;
+}
+
+TEST(BuildLevel, BlocksGetTheirRecordValues) {
+    BuildRig rig("build-blocks");
+    LevelRecord rec = Track(2, 0, 0, 0);
+    BlockRecord& b = rec.Blocks[1];
+    b.X = 1.5f;
+    b.Y = 2.25f;
+    b.scaleY = 0.5f;
+    b.ScaleTextureSide = 0;
+    b.ScaleTextureTop = 2;
+    b.TextureB = 3;   // Stone.bmp: only stone.BMP is on disk
+    b.TextureC = 4;   // an empty name
+    b.TextureA = 9;   // no such index
+    b.TextureD = 5;   // an animation frame
+    b.ActionCode = 4;
+    rig.game->RaceFrames = 77;
+    rig.track().BuildLevel(rec, false);
+    EXPECT_EQ(rig.game->RaceFrames, 0);
+    ASSERT_EQ(rig.track().BlockUpper, 1);
+    const clsBlock& blk = *rig.track().blocks[1];
+    EXPECT_FLOAT_EQ(blk.Xpos(), 1.5f);
+    EXPECT_FLOAT_EQ(blk.Ypos(), 2.25f);
+    EXPECT_EQ(blk.Zpos(), 4);
+    EXPECT_FLOAT_EQ(blk.scalez(), 4);
+    EXPECT_EQ(blk.changeactioncode(), 4);
+    EXPECT_EQ(blk.ScaleTextureTop(), 2);
+    EXPECT_EQ(blk.GetTextureA(), "_default.bmp");
+    EXPECT_EQ(blk.GetTextureB(), "_default.bmp");
+    EXPECT_EQ(blk.GetTextureC(), "_default.bmp");
+    EXPECT_EQ(blk.GetTextureD(), "AnimationTest_1.bmp");
+    EXPECT_TRUE(blk.isAnimated(3));
+    EXPECT_EQ(rig.track().blocks[0]->GetTextureD(), "road.bmp");
+    EXPECT_EQ(rig.track().blocks[0]->GetTextureA(), "wall.bmp");
+    // The collision planes keep the shortened depth; corners use the full one.
+    EXPECT_FLOAT_EQ(blk.GetFaceCorners(3).p[1].z, 8.0f);
+    EXPECT_FLOAT_EQ(rig.track().Gravity, 0.0025f);
+    // No background unless asked for.
+    EXPECT_EQ(rig.game->background->pictureName(), "");
+}
+
+TEST(BuildLevel, RampsAndStarsSitOnWholeNumbers) {
+    BuildRig rig("build-round");
+    LevelRecord rec = Track(1, 2, 0, 2);
+    rec.Ramps[0] = RampRecord{2.5f, 3.5f, 6.5f, 2.5f, 1.5f, 3.4f, 1, 2, 3};
+    rec.Ramps[1] = RampRecord{-0.5f, 0.4f, 7.6f, 1, 1, 1, 3, 1, 0};
+    rec.Stars[0] = StarRecord{2.5f, 3.5f, 10.5f};
+    rec.Stars[1] = StarRecord{-2.5f, 1.0f, 11.49f};
+    rig.track().BuildLevel(rec, false);
+    const clsRamp& r = *rig.track().ramps[0];
+    EXPECT_EQ(r.Xpos(), 2);
+    EXPECT_EQ(r.Ypos(), 4);
+    EXPECT_EQ(r.Zpos(), 6);
+    EXPECT_EQ(r.scaleX(), 2);
+    EXPECT_EQ(r.scaleY(), 2);
+    EXPECT_EQ(r.scalez(), 3);
+    EXPECT_EQ(r.rotateVal(), 3);
+    // The turns come before the sizes: the planes match the final ramp.
+    EXPECT_FLOAT_EQ(r.GetGradient(), -1.0f);
+    EXPECT_EQ(r.GetTextureA(), "road.bmp");
+    EXPECT_EQ(r.GetTextureB(), "wall.bmp");
+    EXPECT_EQ(rig.track().ramps[1]->Xpos(), 0);  // -0.5 rounds to -0
+    EXPECT_EQ(rig.track().ramps[1]->Zpos(), 8);
+    EXPECT_EQ(rig.track().stars[0]->Xpos(), 2);
+    EXPECT_EQ(rig.track().stars[0]->Ypos(), 4);
+    EXPECT_EQ(rig.track().stars[0]->Zpos(), 10);
+    EXPECT_EQ(rig.track().stars[1]->Xpos(), -2);
+    EXPECT_EQ(rig.track().stars[1]->Zpos(), 11);
+    EXPECT_TRUE(rig.track().stars[1]->visible());
+}
+
+TEST(BuildLevel, PlatformsGetTheirMotion) {
+    BuildRig rig("build-platforms");
+    LevelRecord rec = Track(1, 0, 1, 0);
+    MovingPlatformRecord& m = rec.Platforms[0];
+    m.X = 1.25f;
+    m.Y = 2;
+    m.Z = 9.5f;
+    m.scaleX = 2;
+    m.Mspeed = 10;
+    m.Mdir = 2;
+    m.Mdist = 3;
+    m.MloopBack = 7;
+    m.ActionCode = 3;
+    m.TextureD = 2;
+    rig.track().BuildLevel(rec, false);
+    const clsMovingPlatform& p = *rig.track().platforms[0];
+    EXPECT_FLOAT_EQ(p.Xpos(), 1.25f);
+    EXPECT_FLOAT_EQ(p.Zpos(), 9.5f);
+    EXPECT_FLOAT_EQ(p.origin().x, 1.25f);
+    EXPECT_TRUE(p.MloopBack());
+    EXPECT_EQ(p.Mdir(), 2);
+    EXPECT_EQ(p.Mspeed(), 10);
+    EXPECT_EQ(p.Mdist(), 3);
+    EXPECT_EQ(p.changeactioncode(), 3);
+    EXPECT_EQ(p.GetTextureD(), "wall.bmp");
+    rig.game->MovePlatforms();
+    EXPECT_FLOAT_EQ(p.Xpos(), 1.15f);
+}
+
+TEST(BuildLevel, EmptyKindsKeepTheirOldListsUnseen) {
+    BuildRig rig("build-empty");
+    rig.track().BuildLevel(Track(3, 2, 2, 2), false);
+    clsRamp* oldRamp = rig.track().ramps[0].get();
+    rig.track().BuildLevel(Track(1, 0, 0, 0), false);
+    EXPECT_EQ(rig.track().BlockUpper, 0);
+    EXPECT_EQ(rig.track().RampUpper, -1);
+    EXPECT_EQ(rig.track().PlatformUpper, -1);
+    EXPECT_EQ(rig.track().StarUpper, -1);
+    EXPECT_EQ(rig.track().ramps[0].get(), oldRamp);
+    EXPECT_EQ(rig.track().blocks.size(), 1u);
+    // Drawing and moving never touch the left-overs.
+    rig.hp.graphics.drawCalls = 0;
+    rig.game->DrawWorld(true);
+    EXPECT_EQ(rig.hp.graphics.drawCalls, 1 + 4);  // sky, one block
+    const float before = rig.track().platforms[0]->Xpos();
+    rig.game->MovePlatforms();
+    EXPECT_FLOAT_EQ(rig.track().platforms[0]->Xpos(), before);
+}
+
+TEST(BuildLevel, RebuildReadsNoFileTwiceAndLoadsTheSkyOnRequest) {
+    BuildRig rig("build-again");
+    const LevelRecord rec = Track(50, 3, 3, 10);
+    rig.track().BuildLevel(rec, false);
+    const int loads = rig.hp.graphics.texturesLoaded;
+    EXPECT_LE(loads, 4);
+    for (int i = 0; i < 5; ++i) rig.track().BuildLevel(rec, false);
+    EXPECT_EQ(rig.hp.graphics.texturesLoaded, loads);
+    // Old objects gave their vertex buffers back.
+    EXPECT_EQ(rig.hp.graphics.buffers.size(), 56u);
+    rig.track().BuildLevel(rec, true);
+    EXPECT_EQ(rig.game->background->pictureName(), rig.dir + "backgrounds/bk003.jpg");
+    EXPECT_NE(rig.game->background->texture(), 0u);
+}
+
+TEST(DrawWorld, DrawsFrom25BehindTo50AheadWhilePlaying) {
+    BuildRig rig("draw-range");
+    LevelRecord rec = Track(0, 0, 0, 0);
+    for (float z : {-30.0f, -27.0f, 0.0f, 50.5f, 51.0f, 80.0f}) {
+        BlockRecord b;
+        b.Z = z;
+        b.scalez = 2;
+        rec.Blocks.push_back(b);
+    }
+    rec.BlockUpper = 5;
+    // Ramps ignore negative positions: one at -26 stays at 0.
+    rec.RampUpper = 2;
+    rec.Ramps = {RampRecord{0, 0, -26, 1, 1, 2, 1, 1, 0}, RampRecord{0, 0, 50, 1, 1, 2, 1, 1, 0},
+                 RampRecord{0, 0, 51, 1, 1, 2, 1, 1, 0}};
+    rec.StarUpper = 0;
+    rec.Stars = {StarRecord{0, 0, 300}};
+    rig.track().BuildLevel(rec, false);
+    rig.game->GameState = Playing;
+    const float z = rig.game->player->Posz();
+    ASSERT_FLOAT_EQ(z, 1.0f);
+    auto& g = rig.hp.graphics;
+    g.drawCalls = 0;
+    rig.game->DrawWorld(false);
+    // Blocks at -27 (reaching -25, not beyond -24), 0 and 50.5 (rounded to 50) are
+    // drawn; -30, 51 and 80 are not. Ramps at 0 and 50 are drawn, at 51 not.
+    // Stars are always drawn.
+    EXPECT_EQ(g.drawCalls, 1 + 4 * 2 + 2 * 2 + 1);
+    g.drawCalls = 0;
+    rig.game->GameState = TrackChoice;
+    rig.game->DrawWorld(true);
+    EXPECT_EQ(g.drawCalls, 1 + 4 * 6 + 2 * 3 + 1);
+}
+
+TEST(DrawWorld, OnlyPlayStepsFallingBlocksAndSpinningStars) {
+    BuildRig rig("draw-play");
+    LevelRecord rec = Track(1, 0, 0, 1);
+    rec.Blocks[0].Y = 5;
+    rig.track().BuildLevel(rec, false);
+    rig.track().blocks[0]->Fall();
+    rig.game->GameState = PauseMenu;
+    rig.game->DrawWorld(false);
+    EXPECT_FLOAT_EQ(rig.track().blocks[0]->Ypos(), 5);
+    EXPECT_EQ(rig.track().stars[0]->spinAngle(), 0);
+    rig.game->GameState = Playing;
+    rig.game->DrawWorld(false);
+    EXPECT_FLOAT_EQ(rig.track().blocks[0]->Ypos(), 5 - 0.0025f);
+    EXPECT_EQ(rig.track().stars[0]->spinAngle(), 5);
+}
+
+TEST(DrawWorld, AnimationStepReachesEveryBlockOfTheTrack) {
+    BuildRig rig("draw-anim");
+    LevelRecord rec = Track(3, 0, 0, 0);
+    for (auto& b : rec.Blocks) b.TextureD = 5;
+    rig.track().BuildLevel(rec, false);
+    rig.game->StepAnimatedTextures();
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(rig.track().blocks[i]->GetTextureD(), "AnimationTest_2.bmp");
+}
+
+}  // namespace
+}  // namespace qb

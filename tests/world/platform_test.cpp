@@ -1,0 +1,142 @@
+#include "tests/world/WorldTest.h"
+#include "world/clsMovingPlatform.h"
+
+namespace qb {
+namespace {
+
+using test::WorldRig;
+
+void MakePlatform(clsMovingPlatform& p, float x, uint8_t speed, uint8_t dir, uint8_t dist, bool loop) {
+    p.create(0, 0, 0);
+    p.Xpos(x);
+    p.Ypos(1);
+    p.Zpos(5);
+    p.scaleX(2);
+    p.scaleY(1);
+    p.scalez(3);
+    p.Mdir(dir);
+    p.Mspeed(speed);
+    p.Mdist(dist);
+    p.MloopBack(loop);
+}
+
+TEST(MovingPlatform, ShuttlesBetweenItsEnds) {
+    WorldRig rig("platform-loop");
+    clsMovingPlatform p(rig.res);
+    MakePlatform(p, 10, 5, 3, 2, true);
+    for (int i = 1; i <= 40; ++i) {
+        EXPECT_FLOAT_EQ(p.GetVelocity().x, 0.05f) << i;
+        p.move();
+        EXPECT_FALSE(p.GetChangeDir());
+        // Kept to three decimals: no drift however long it runs.
+        EXPECT_EQ(p.Xpos(), static_cast<float>((1000 + 5 * i) / 100.0)) << i;
+    }
+    EXPECT_FLOAT_EQ(p.Xpos(), 12.0f);
+    EXPECT_FLOAT_EQ(p.GetVelocity().x, 0.0f);  // the next step would pass the end
+    p.move();
+    EXPECT_TRUE(p.GetChangeDir());
+    EXPECT_FLOAT_EQ(p.Xpos(), 12.0f);
+    EXPECT_FLOAT_EQ(p.origin().x, 12.0f);
+    EXPECT_EQ(p.Mdir(), 2);
+    p.move();
+    EXPECT_FALSE(p.GetChangeDir());
+    EXPECT_FLOAT_EQ(p.Xpos(), 11.95f);
+    EXPECT_FLOAT_EQ(p.GetVelocity().x, -0.05f);
+    for (int i = 0; i < 39; ++i) p.move();
+    EXPECT_FLOAT_EQ(p.Xpos(), 10.0f);
+    p.move();
+    EXPECT_TRUE(p.GetChangeDir());
+    EXPECT_EQ(p.Mdir(), 3);
+    // The planes follow every step.
+    EXPECT_PLANE(p.GetCollisionPlane(1), -1, 0, 0, 10);
+    EXPECT_PLANE(p.GetCollisionPlane(3), 0, 1, 0, -2);
+}
+
+TEST(MovingPlatform, WithoutLoopBackJumpsBackToItsStart) {
+    WorldRig rig("platform-jump");
+    clsMovingPlatform p(rig.res);
+    MakePlatform(p, 10, 5, 3, 2, false);
+    for (int i = 0; i < 40; ++i) p.move();
+    EXPECT_FLOAT_EQ(p.Xpos(), 12.0f);
+    p.move();
+    EXPECT_FLOAT_EQ(p.Xpos(), 10.0f);
+    EXPECT_EQ(p.Mdir(), 3);
+    EXPECT_FALSE(p.GetChangeDir());
+}
+
+TEST(MovingPlatform, OtherDirectionsAndZeroSpeedStandStill) {
+    WorldRig rig("platform-still");
+    for (uint8_t dir : {0, 1, 4, 9}) {
+        clsMovingPlatform p(rig.res);
+        MakePlatform(p, 3, 20, dir, 4, true);
+        for (int i = 0; i < 50; ++i) p.move();
+        EXPECT_FLOAT_EQ(p.Xpos(), 3.0f);
+        EXPECT_FLOAT_EQ(p.GetVelocity().x, 0.0f);
+    }
+    clsMovingPlatform slow(rig.res);
+    MakePlatform(slow, 3, 0, 2, 4, true);
+    for (int i = 0; i < 50; ++i) {
+        slow.move();
+        EXPECT_FALSE(slow.GetChangeDir());
+    }
+    EXPECT_FLOAT_EQ(slow.Xpos(), 3.0f);
+}
+
+TEST(MovingPlatform, StoppedPlatformStaysButStillReportsItsVelocity) {
+    WorldRig rig("platform-stop");
+    clsMovingPlatform p(rig.res);
+    MakePlatform(p, 0, 10, 2, 3, true);
+    p.move();
+    EXPECT_FLOAT_EQ(p.Xpos(), -0.1f);
+    p.stopMoving();
+    p.move();
+    EXPECT_FLOAT_EQ(p.Xpos(), -0.1f);
+    EXPECT_FLOAT_EQ(p.GetVelocity().x, -0.1f);
+    EXPECT_FALSE(p.isMoving());
+}
+
+TEST(MovingPlatform, PositionSettersMoveTheOrigin) {
+    WorldRig rig("platform-pos");
+    clsMovingPlatform p(rig.res);
+    p.create(0, 0, 0);
+    EXPECT_TRUE(p.isMoving());
+    EXPECT_FLOAT_EQ(p.scaleX(), 0.0f);  // no sizes until the setters run
+    p.Ypos(-1.0f);
+    p.Zpos(-3.0f);
+    p.Xpos(-5);
+    EXPECT_FLOAT_EQ(p.Ypos(), 0);
+    EXPECT_FLOAT_EQ(p.Zpos(), 0);
+    EXPECT_FLOAT_EQ(p.Xpos(), -5);
+    EXPECT_FLOAT_EQ(p.origin().x, -5);
+    // Planes only become valid at the first step.
+    p.scaleX(2);
+    p.scaleY(1);
+    p.scalez(1);
+    EXPECT_PLANE(p.GetCollisionPlane(2), 0, 0, 0, 0);  // from the zero sizes of create
+    p.move();
+    EXPECT_PLANE(p.GetCollisionPlane(2), 1, 0, 0, 3);
+    Vector3 g, s;
+    p.GetCollisionPlaneBounds(2, g, s);
+    EXPECT_FLOAT_EQ(s.x, static_cast<float>(-3.0 - 0.0001));
+}
+
+TEST(MovingPlatform, DrawsLikeABlockWithItsFourFaces) {
+    WorldRig rig("platform-draw");
+    clsMovingPlatform p(rig.res);
+    MakePlatform(p, 4, 5, 3, 2, true);
+    p.ScaleTextureSide(0);
+    p.ScaleTextureTop(0);
+    p.scaleX(2);
+    EXPECT_FLOAT_EQ(p.vertices()[19].u, 2);
+    p.SelectBlock();
+    p.Texture("road.bmp", "D", rig.res.TexturesPath);
+    EXPECT_FALSE(p.isSelected());
+    EXPECT_EQ(p.GetTextureD(), "road.bmp");
+    p.draw();
+    EXPECT_EQ(rig.device.drawCalls, 4);
+    EXPECT_EQ(rig.device.boundTexture, p.faceTexture(3));
+    EXPECT_FLOAT_EQ(rig.device.world.m[3][0], 4);
+}
+
+}  // namespace
+}  // namespace qb
