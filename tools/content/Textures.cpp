@@ -2,6 +2,7 @@
 // game's palette, every special block readable at a glance. Tiles wrap
 // seamlessly (noise periods divide the tile) and are drawn with the image's
 // top towards the far end of the track, so arrows point the way to drive.
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <functional>
