@@ -114,7 +114,10 @@ void SdlAudio::setEffectGain(int slot, float gain) {
 
 bool SdlAudio::loadMusic(int piece, const std::string& path) {
     if (!open_ || piece <= 0 || piece >= kPieces) return false;
-    Mix_Music* music = Mix_LoadMUS(path.c_str());
+    // Recognised by content, not by the file's extension.
+    SDL_RWops* file = SDL_RWFromFile(path.c_str(), "rb");
+    if (!file) return false;
+    Mix_Music* music = Mix_LoadMUS_RW(file, 1);
     if (!music) return false;
     if (currentPiece_ == piece) {
         Mix_HaltMusic();

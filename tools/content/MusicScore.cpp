@@ -82,10 +82,10 @@ void playPhrase(Stereo& out, Stereo& send, const Grid& g, double startStep, cons
 
 void drums(Stereo& out, const Grid& g, int bar, bool halfTime, bool fill, Rng& rng) {
     const double b = bar * 16.0;
-    for (int s = 0; s < 16; s += 4) Kick(out, g.at(b + s), 0.95f);
+    for (int s = 0; s < 16; s += 4) Kick(out, g.at(b + s), 0.7f);
     if (halfTime) {
         Snare(out, g.at(b + 8), 0.55f, rng);
-        Kick(out, g.at(b + 10), 0.6f);
+        Kick(out, g.at(b + 10), 0.45f);
     } else {
         Snare(out, g.at(b + 4), 0.5f, rng);
         Snare(out, g.at(b + 12), 0.5f, rng);
@@ -135,9 +135,9 @@ Stereo trackLoop() {
         const float arp = bar < 8 ? 0.2f : (bridge ? 0.08f : 0.12f);
         arpBar(out, send, g, bar, c, arp);
     }
-    playPhrase(out, send, g, 8 * 16, kTheme, 0, 0.26f, 0.1f, 0.5f);
-    playPhrase(out, send, g, 16 * 16, kBridge, 0, 0.26f, 0.1f, 0.6f);
-    playPhrase(out, send, g, 24 * 16, kTheme, 0, 0.24f, 0.15f, 0.5f);
+    playPhrase(out, send, g, 8 * 16, kTheme, 0, 0.3f, 0.1f, 0.5f);
+    playPhrase(out, send, g, 16 * 16, kBridge, 0, 0.3f, 0.1f, 0.6f);
+    playPhrase(out, send, g, 24 * 16, kTheme, 0, 0.28f, 0.15f, 0.5f);
     playPhrase(out, send, g, 24 * 16, kTheme, -12, 0.16f, -0.2f, 0.0f);
 
     FoldLoop(out, loop);

@@ -1,0 +1,123 @@
+// The generated sounds of the game folder, decoded by the mixer itself: each
+// one loads, lasts about as long as its event, starts and ends on silence and
+// stays below full scale; the track music loops without a jump.
+#include <SDL.h>
+#include <SDL_mixer.h>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+
+#include "tests/audio/AudioTestSupport.h"
+
+namespace qb {
+namespace {
+
+const std::string kGame = std::string(QUORBIT_GAME_DIR) + "/";
+
+class GeneratedSounds : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        // Decoding needs an open mixer, not a sound card.
+        setenv("SDL_AUDIODRIVER", "dummy", 1);
+        ASSERT_EQ(SDL_InitSubSystem(SDL_INIT_AUDIO), 0) << SDL_GetError();
+        ASSERT_EQ(Mix_OpenAudio(test::kRate, AUDIO_S16SYS, 2, 1024), 0) << Mix_GetError();
+        int rate = 0, channels = 0;
+        Uint16 format = 0;
+        Mix_QuerySpec(&rate, &format, &channels);
+        ASSERT_EQ(rate, test::kRate);
+        ASSERT_EQ(format, AUDIO_S16SYS);
+        ASSERT_EQ(channels, 2);
+    }
+    static void TearDownTestSuite() {
+        Mix_CloseAudio();
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    }
+    // The whole file decoded to stereo frames (left channel only: the
+    // effects are mono and the music is mixed symmetrically enough).
+    static test::Capture decode(const std::string& path) {
+        test::Capture c;
+        Mix_Chunk* chunk = Mix_LoadWAV(path.c_str());
+        EXPECT_NE(chunk, nullptr) << path << ": " << Mix_GetError();
+        if (!chunk) return c;
+        const size_t n = chunk->alen / 2;
+        for (size_t i = 0; i < n; ++i) {
+            int16_t v;
+            std::memcpy(&v, chunk->abuf + 2 * i, 2);
+            c.samples.push_back(static_cast<float>(v) / 32768.0f);
+        }
+        Mix_FreeChunk(chunk);
+        return c;
+    }
+};
+
+struct Expected {
+    const char* file;
+    double minSeconds, maxSeconds;
+};
+
+TEST_F(GeneratedSounds, EffectsAreShortCleanAndBelowFullScale) {
+    const Expected effects[] = {{"Jump.wav", 0.1, 0.5},      {"fall.wav", 0.6, 2.0},
+                                {"getstar.wav", 0.2, 1.0},   {"blowup.wav", 0.6, 2.5},
+                                {"bouncepad.wav", 0.2, 1.0}, {"turboplatform.wav", 0.2, 1.2},
+                                {"rollover.wav", 0.02, 0.2}, {"transit.wav", 0.1, 0.6}};
+    for (const Expected& e : effects) {
+        SCOPED_TRACE(e.file);
+        const test::Capture c = decode(kGame + "sfx/" + e.file);
+        const double seconds = static_cast<double>(c.frames()) / test::kRate;
+        EXPECT_GE(seconds, e.minSeconds);
+        EXPECT_LE(seconds, e.maxSeconds);
+        const auto all = c.left(0, c.frames());
+        EXPECT_LT(test::PeakOf(all), 0.95f);
+        EXPECT_GT(test::PeakOf(all), 0.2f) << "audible";
+        ASSERT_GT(all.size(), 2u);
+        // Starting or stopping away from zero is a click.
+        EXPECT_LT(std::fabs(all.front()), 0.01f);
+        EXPECT_LT(std::fabs(all.back()), 0.01f);
+    }
+}
+
+TEST_F(GeneratedSounds, MenuSoundsAreQuieterThanDrivingSounds) {
+    const float rollover = test::PeakOf(decode(kGame + "sfx/rollover.wav").left(0, SIZE_MAX));
+    const float star = test::PeakOf(decode(kGame + "sfx/getstar.wav").left(0, SIZE_MAX));
+    const float blowup = test::PeakOf(decode(kGame + "sfx/blowup.wav").left(0, SIZE_MAX));
+    EXPECT_LT(rollover, star);
+    EXPECT_LT(star, blowup);
+}
+
+TEST_F(GeneratedSounds, TheWinJingleIsShort) {
+    const test::Capture c = decode(kGame + "music/winlevel.ogg");
+    const double seconds = static_cast<double>(c.frames()) / test::kRate;
+    EXPECT_GE(seconds, 2.0);
+    EXPECT_LE(seconds, 8.0);
+    const auto all = c.left(0, c.frames());
+    EXPECT_LT(test::PeakOf(all), 0.98f);
+    EXPECT_LT(test::Rms(c.left(c.frames() - test::kRate / 20, c.frames())), 0.01) << "it dies away";
+}
+
+TEST_F(GeneratedSounds, TheTrackMusicLastsAMinuteAndLoopsWithoutASeam) {
+    const test::Capture c = decode(kGame + "music/track01.ogg");
+    const size_t n = c.frames();
+    EXPECT_GE(static_cast<double>(n) / test::kRate, 60.0);
+    EXPECT_LE(static_cast<double>(n) / test::kRate, 180.0);
+    const auto all = c.left(0, n);
+    EXPECT_LT(test::PeakOf(all), 0.98f);
+    EXPECT_GT(test::Rms(all), 0.05) << "a tune, not a whisper";
+
+    // The level just before the end matches the level just after the start.
+    // One beat of the tune at 125 BPM: the last beat against the first.
+    const size_t window = test::kRate * 60 / 125;
+    const double end = test::Rms(c.left(n - window, n));
+    const double start = test::Rms(c.left(0, window));
+    EXPECT_GT(end, 0.01);
+    EXPECT_LT(std::fabs(20.0 * std::log10(end / start)), 6.0) << "dB between end and start";
+
+    // No step at the wrap: it is no larger than the steps just around it.
+    float around = 0;
+    for (size_t i = n - 200; i + 1 < n; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
+    for (size_t i = 0; i + 1 < 200; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
+    EXPECT_LE(std::fabs(all[0] - all[n - 1]), 1.5f * around + 0.002f);
+}
+
+}  // namespace
+}  // namespace qb
