@@ -180,11 +180,12 @@ void readIndex(Cursor& c, LevelFile& out) {
     const int32_t count = c.i32("the level count");
     if (count < 1) c.fail(0, "level count " + std::to_string(count) + " (at least 1 needed)");
     for (auto& z : out.ZoneComplete) z = c.i16("the zone flags");
-    // Each track takes 8 index bytes and at least 200 record bytes.
-    const uint64_t minimum = static_cast<uint64_t>(count) * (8 + 200);
-    if (minimum > c.left())
-        c.fail(0, "level count " + std::to_string(count) + " needs at least " + std::to_string(minimum) +
-                      " more bytes, the file has " + std::to_string(c.left()));
+    // The index alone takes 8 bytes a track; the records are checked as
+    // they are read, so a short file is reported where it ends.
+    const uint64_t indexBytes = static_cast<uint64_t>(count) * 8;
+    if (indexBytes > c.left())
+        c.fail(0, "level count " + std::to_string(count) + " needs an index of " + std::to_string(indexBytes) +
+                      " bytes, the file has " + std::to_string(c.left()) + " left");
     out.Index.resize(static_cast<size_t>(count));
     for (auto& e : out.Index) {
         e.Offset = c.i32("the index table");
@@ -257,8 +258,6 @@ bool ReadLevelFile(const uint8_t* data, size_t size, LevelFile& out, LevelFileEr
         readIndex(c, out);
         const int64_t areaStart = c.pos();
         const size_t count = out.Index.size();
-        out.Levels.resize(count);
-        out.AllStars.resize(count);
         for (size_t i = 0; i < count; ++i) {
             c.track = static_cast<int32_t>(i + 1);
             const int64_t offset = c.pos() - areaStart;
@@ -266,8 +265,12 @@ bool ReadLevelFile(const uint8_t* data, size_t size, LevelFile& out, LevelFileEr
                 c.fail(16 + 8 * static_cast<int64_t>(i),
                        "index offset " + std::to_string(out.Index[i].Offset) +
                            " does not match the record, which starts at offset " + std::to_string(offset));
-            out.Levels[i].LeadByte = c.u8("the lead byte");
-            readRecord(c, out.Levels[i], out.AllStars[i]);
+            LevelRecord rec;
+            int16_t allStars = 0;
+            rec.LeadByte = c.u8("the lead byte");
+            readRecord(c, rec, allStars);
+            out.Levels.push_back(std::move(rec));
+            out.AllStars.push_back(allStars);
         }
         out.Trailing.assign(data + c.pos(), data + size);
     } catch (const Malformed& m) {

@@ -1,0 +1,104 @@
+// Track files written byte by byte, independent of the game's writer, and
+// a scratch folder for file tests.
+#pragma once
+
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+namespace qb::test {
+
+struct Bytes {
+    std::vector<uint8_t> b;
+    Bytes& u8(uint8_t v) { b.push_back(v); return *this; }
+    Bytes& i16(int16_t v) { u8(static_cast<uint8_t>(v)); return u8(static_cast<uint8_t>(static_cast<uint16_t>(v) >> 8)); }
+    Bytes& i32(int32_t v) {
+        const auto u = static_cast<uint32_t>(v);
+        for (int i = 0; i < 4; ++i) u8(static_cast<uint8_t>(u >> (8 * i)));
+        return *this;
+    }
+    Bytes& f32(float f) {
+        int32_t v;
+        std::memcpy(&v, &f, 4);
+        return i32(v);
+    }
+    Bytes& f64(double d) {
+        uint64_t v;
+        std::memcpy(&v, &d, 8);
+        i32(static_cast<int32_t>(v));
+        return i32(static_cast<int32_t>(v >> 32));
+    }
+    Bytes& text(const std::string& s, size_t width) {
+        for (size_t i = 0; i < width; ++i) u8(i < s.size() ? static_cast<uint8_t>(s[i]) : ' ');
+        return *this;
+    }
+    Bytes& counted(const std::string& s) { i16(static_cast<int16_t>(s.size())); return text(s, s.size()); }
+    Bytes& append(const Bytes& o) { b.insert(b.end(), o.b.begin(), o.b.end()); return *this; }
+};
+
+// The body of one record after its lead byte and up to the texture count:
+// empty times, the all-stars flag.
+inline Bytes RecordHead(int16_t allStars = 0) {
+    Bytes r;
+    r.u8(0);  // lead byte
+    r.text("", 45);
+    for (int i = 0; i < 6; ++i) r.i32(0);
+    r.i16(allStars);
+    return r;
+}
+
+// A one-block record with one 5-character texture, texture count as a
+// 16-bit integer, no platforms, ramps or stars, empty settings text: 206
+// bytes.
+inline Bytes SimpleRecord(float gravity = 200, int16_t allStars = 0) {
+    Bytes r = RecordHead(allStars);
+    r.i16(2).i16(1);          // texture count, VARTYPE 2
+    r.counted("a.bmp");       // 7 bytes
+    r.text("sky.jpg", 50);
+    r.i32(0);                 // block upper index
+    r.f32(-2).f32(0).f32(-5).f32(4).f32(1).f32(60);
+    r.i16(1).i16(1).i16(1).i16(1).u8(0).u8(0).u8(1);
+    r.i32(-1).i32(-1).i32(-1);
+    r.f32(gravity).counted("");
+    for (int i = 0; i < 4; ++i) r.i32(0);
+    return r;
+}
+
+// A file of the given records with offsets that match them.
+inline Bytes FileOf(const std::vector<Bytes>& records) {
+    Bytes f;
+    f.i32(static_cast<int32_t>(records.size()));
+    for (int i = 0; i < 6; ++i) f.i16(0);
+    int32_t offset = 0;
+    for (const auto& r : records) {
+        f.i32(offset).i32(0);
+        offset += static_cast<int32_t>(r.b.size());
+    }
+    for (const auto& r : records) f.append(r);
+    return f;
+}
+
+inline std::string Scratch(const std::string& name) {
+    const auto dir = std::filesystem::temp_directory_path() /
+                     ("quorbit-level-" + name + "-" + std::to_string(::getpid()));
+    std::filesystem::remove_all(dir);
+    std::filesystem::create_directories(dir);
+    return dir.string() + "/";
+}
+
+inline void WriteBytes(const std::string& path, const std::vector<uint8_t>& b) {
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(b.data()),
+                                                static_cast<std::streamsize>(b.size()));
+}
+
+inline std::vector<uint8_t> ReadBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+}  // namespace qb::test

@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include "level/LevelStructure.h"
+#include "tests/level/TrackBytes.h"
+
+namespace qb {
+namespace {
+
+using test::Bytes;
+
+// A file of `count` simple tracks on disk, loaded.
+struct Loaded {
+    std::string path;
+    std::vector<uint8_t> original;
+    LevelStructure levels;
+    explicit Loaded(const std::string& name, int count = 1)
+        : path(test::Scratch(name) + "levels.dat"), levels(path) {
+        std::vector<Bytes> records(static_cast<size_t>(count), test::SimpleRecord());
+        original = test::FileOf(records).b;
+        test::WriteBytes(path, original);
+        std::string error;
+        EXPECT_TRUE(levels.LoadLevels(error)) << error;
+    }
+    // Bytes that differ from the original file, as (offset, new value).
+    std::vector<std::pair<size_t, uint8_t>> Changes() const {
+        const auto now = test::ReadBytes(path);
+        EXPECT_EQ(now.size(), original.size());
+        std::vector<std::pair<size_t, uint8_t>> d;
+        for (size_t i = 0; i < now.size() && i < original.size(); ++i)
+            if (now[i] != original[i]) d.emplace_back(i, now[i]);
+        return d;
+    }
+};
+
+TEST(LevelStructure, AllStarsFlagWritesTwoBytesAndZoneFlagsOnlyWhenTheZoneIsComplete) {
+    Loaded t("allstars", 3);
+    LevelStructure& L = t.levels;
+    ASSERT_EQ(L.LevelCount(), 3);
+    EXPECT_EQ(L.RecordAreaStart(), 17 + 24);
+    L.CurrentZone = 1;
+    L.ZoneFirstLevel = 1;
+    L.ZoneLastLevel = 2;
+    L.CurrentLevel = 2;
+    ASSERT_TRUE(L.SaveAllStarsFlag());
+    EXPECT_TRUE(L.AllStars(2));
+    EXPECT_FALSE(L.ZoneComplete(1));
+    // Track 2's record starts 206 bytes into the record area (offset 40 of
+    // the file); its flag sits 70 bytes in.
+    const size_t flag2 = 40 + 206 + 70;
+    EXPECT_EQ(t.Changes(), (std::vector<std::pair<size_t, uint8_t>>{{flag2, 0xFF}, {flag2 + 1, 0xFF}}));
+
+    L.CurrentLevel = 1;
+    ASSERT_TRUE(L.SaveAllStarsFlag());
+    EXPECT_TRUE(L.ZoneComplete(1));
+    const auto now = test::ReadBytes(t.path);
+    EXPECT_EQ(now[4], 0xFF);
+    EXPECT_EQ(now[5], 0xFF);
+    for (size_t i = 6; i < 16; ++i) EXPECT_EQ(now[i], 0) << i;
+    EXPECT_EQ(now[40 + 70], 0xFF);
+    EXPECT_FALSE(L.AllStars(3));
+
+    // The flags survive a reload.
+    LevelStructure again(t.path);
+    std::string error;
+    ASSERT_TRUE(again.LoadLevels(error));
+    EXPECT_TRUE(again.AllStars(1) && again.AllStars(2) && !again.AllStars(3));
+    EXPECT_TRUE(again.ZoneComplete(1));
+    EXPECT_FALSE(again.ZoneComplete(2));
+}
+
+TEST(LevelStructure, ZoneRangeBeyondTheLastTrackCountsOnlyExistingTracks) {
+    Loaded t("zonerange", 1);
+    t.levels.CurrentLevel = 1;
+    t.levels.ZoneFirstLevel = 1;
+    t.levels.ZoneLastLevel = 10;
+    ASSERT_TRUE(t.levels.SaveAllStarsFlag());
+    EXPECT_TRUE(t.levels.ZoneComplete(1));
+}
+
+TEST(LevelStructure, FastestTimeIsOne69BytePatchAndTiesGoBelow) {
+    Loaded t("times", 2);
+    LevelStructure& L = t.levels;
+    L.CurrentLevel = 2;
+    EXPECT_TRUE(L.TimeQualifies(10, 0));  // empty table
+    ASSERT_TRUE(L.SaveFastestTime("ANNA", 10, 40));
+    const FastestTimes& ft = L.Level(2).Times;
+    EXPECT_EQ(ft.Names[0], "ANNA           ");
+    EXPECT_EQ(ft.Seconds[0], 10);
+    EXPECT_EQ(ft.Hundredths[0], 40);
+
+    // Only the 69 bytes of track 2's table changed.
+    const size_t table = 32 + 206 + 1;  // two tracks: the records start at 32
+    for (const auto& [at, value] : t.Changes()) {
+        EXPECT_GE(at, table);
+        EXPECT_LT(at, table + 69);
+        (void)value;
+    }
+    const auto now = test::ReadBytes(t.path);
+    EXPECT_EQ(std::string(now.begin() + table, now.begin() + table + 15), "ANNA           ");
+    EXPECT_EQ(now[table + 45], 10);  // seconds, place 1
+    EXPECT_EQ(now[table + 57], 40);  // hundredths, place 1
+
+    // A tie with place 1 goes below it.
+    ASSERT_TRUE(L.SaveFastestTime("BEN", 10, 40));
+    EXPECT_EQ(ft.Names[0].substr(0, 4), "ANNA");
+    EXPECT_EQ(ft.Names[1].substr(0, 4), "BEN ");
+    // A slower one goes to place 3; the table is then full.
+    ASSERT_TRUE(L.SaveFastestTime("CY", 12, 0));
+    EXPECT_FALSE(L.TimeQualifies(12, 0));  // equal to place 3
+    EXPECT_TRUE(L.TimeQualifies(11, 96));
+    // A new best pushes place 3 out.
+    ASSERT_TRUE(L.SaveFastestTime("A NAME OF TWENTY CHR", 9, 0));
+    EXPECT_EQ(ft.Names[0], "A NAME OF TWENT");
+    EXPECT_EQ(ft.Names[1].substr(0, 4), "ANNA");
+    EXPECT_EQ(ft.Names[2].substr(0, 4), "BEN ");
+    EXPECT_EQ(ft.Seconds[2], 10);
+
+    LevelStructure again(t.path);
+    std::string error;
+    ASSERT_TRUE(again.LoadLevels(error));
+    EXPECT_EQ(again.Level(2).Times.Names, ft.Names);
+    EXPECT_EQ(again.Level(2).Times.Seconds, ft.Seconds);
+    EXPECT_EQ(again.Level(2).Times.Hundredths, ft.Hundredths);
+    EXPECT_EQ(again.Level(1).Times.Seconds[0], 0);
+}
+
+TEST(LevelStructure, InsertionRules) {
+    FastestTimes t;
+    LevelStructure::InsertFastestTime(t, "A", 20, 0);
+    LevelStructure::InsertFastestTime(t, "B", 19, 96);  // better: place 1
+    EXPECT_EQ(t.Names[0][0], 'B');
+    EXPECT_EQ(t.Names[1][0], 'A');
+    LevelStructure::InsertFastestTime(t, "C", 20, 0);  // ties place 2: goes to 3
+    EXPECT_EQ(t.Names[2][0], 'C');
+    LevelStructure::InsertFastestTime(t, "D", 19, 96);  // ties place 1, beats place 2
+    EXPECT_EQ(t.Names[0][0], 'B');
+    EXPECT_EQ(t.Names[1][0], 'D');
+    EXPECT_EQ(t.Names[2][0], 'A');
+    LevelStructure::InsertFastestTime(t, "E", 99, 0);  // place 3, replaced without comparison
+    EXPECT_EQ(t.Names[2][0], 'E');
+    EXPECT_EQ(t.Names[2].size(), 15u);
+}
+
+TEST(LevelStructure, BrokenOrMissingFileLeavesNoTrackAndNamesFileTrackAndByte) {
+    const std::string dir = test::Scratch("broken");
+    {
+        LevelStructure L(dir + "missing.dat");
+        std::string error;
+        EXPECT_FALSE(L.LoadLevels(error));
+        EXPECT_NE(error.find(dir + "missing.dat"), std::string::npos) << error;
+        EXPECT_EQ(L.LevelCount(), 0);
+        EXPECT_FALSE(L.LoadLevelIndex());
+        L.CurrentLevel = 1;
+        EXPECT_FALSE(L.SaveAllStarsFlag());
+        EXPECT_FALSE(L.SaveFastestTime("X", 1, 0));
+        EXPECT_FALSE(L.TimeQualifies(1, 0));
+    }
+    Bytes f = test::FileOf({test::SimpleRecord(), test::SimpleRecord()});
+    f.b[32 + 206 + 133] = 0xFF;  // track 2 block upper index -1
+    f.b[32 + 206 + 134] = 0xFF;
+    f.b[32 + 206 + 135] = 0xFF;
+    f.b[32 + 206 + 136] = 0xFF;
+    test::WriteBytes(dir + "levels.dat", f.b);
+    LevelStructure L(dir + "levels.dat");
+    std::string error;
+    EXPECT_FALSE(L.LoadLevels(error));
+    EXPECT_EQ(L.LevelCount(), 0);
+    EXPECT_NE(error.find(dir + "levels.dat"), std::string::npos) << error;
+    EXPECT_NE(error.find("track 2"), std::string::npos) << error;
+    EXPECT_NE(error.find("byte 371"), std::string::npos) << error;
+    // The header alone is fine, but it must not bring the tracks back.
+    EXPECT_FALSE(L.LoadLevelIndex());
+    EXPECT_EQ(L.LevelCount(), 0);
+}
+
+TEST(LevelStructure, PatchDoesNotCreateAMissingFile) {
+    Loaded t("gone", 1);
+    std::filesystem::remove(t.path);
+    t.levels.CurrentLevel = 1;
+    EXPECT_FALSE(t.levels.SaveFastestTime("X", 1, 0));
+    EXPECT_FALSE(std::filesystem::exists(t.path));
+    EXPECT_FALSE(t.levels.WriteError().empty());
+}
+
+}  // namespace
+}  // namespace qb
