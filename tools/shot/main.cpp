@@ -4,7 +4,8 @@
 // it instead draws a 200-piece track repeatedly and prints frames a second.
 //
 //   quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2]
-//   quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2]
+//   quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2] [--out FILE.png]
+//   --eye X,Y,Z --at X,Y,Z  look from elsewhere (close-ups of the pieces)
 #include <epoxy/gl.h>
 
 #include <chrono>
@@ -30,12 +31,18 @@ struct Args {
     std::string gameDir, out;
     int track = 0, mode = 2, frames = 500;
     bool bench = false;
+    Vector3 eye{0, 35, -63}, at{0, 18, 0};
 };
+
+bool ParseVector(const char* text, Vector3& v) {
+    return std::sscanf(text, "%f,%f,%f", &v.x, &v.y, &v.z) == 3;
+}
 
 int Usage() {
     std::fprintf(stderr,
                  "usage: quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2]\n"
-                 "       quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2]\n");
+                 "       quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2] [--out FILE.png]\n"
+                 "       either with --eye X,Y,Z --at X,Y,Z to look from elsewhere\n");
     return 2;
 }
 
@@ -54,11 +61,13 @@ bool Parse(int argc, char** argv, Args& a) {
         else if (k == "--out") a.out = v;
         else if (k == "--mode") a.mode = std::atoi(v);
         else if (k == "--frames") a.frames = std::atoi(v);
+        else if (k == "--eye") { if (!ParseVector(v, a.eye)) return false; }
+        else if (k == "--at") { if (!ParseVector(v, a.at)) return false; }
         else return false;
     }
     if (a.gameDir.empty() || (a.mode != 1 && a.mode != 2)) return false;
     if (a.gameDir.back() != '/') a.gameDir += '/';
-    return a.bench ? a.frames > 0 : (a.track > 0 && !a.out.empty());
+    return a.bench ? a.frames > 0 : (a.track > 0 && !a.out.empty());  // --out is optional with --bench
 }
 
 // The sky the track choice shows for each zone (tracks 1-10 are zone 1).
@@ -152,8 +161,8 @@ int main(int argc, char** argv) {
             game.animated->InitAnimatedTextures();
             game.GameState = TrackChoice;
             // The track choice's raised camera: base camera moved back 45 and up 10.
-            game.dx->CameraEye = Vector3{0, 35, -63};
-            game.dx->CameraLookAt = Vector3{0, 18, 0};
+            game.dx->CameraEye = args.eye;
+            game.dx->CameraLookAt = args.at;
             game.dx->SetView();
             if (args.bench) {
                 game.track->BuildLevel(BenchTrack(), false);
@@ -169,6 +178,7 @@ int main(int argc, char** argv) {
                 std::printf("quorbit-shot: %d frames of a 200-piece track at %dx%d: %.1f frames a second\n",
                             args.frames, static_cast<int>(game.dx->ScreenWidth),
                             static_cast<int>(game.dx->ScreenHeight), args.frames / s);
+                if (!args.out.empty() && !sdl.saveScreenshot(args.out)) rc = 1;
             } else {
                 std::string error;
                 if (!game.levels->LoadLevels(error) || !game.levels->HasLevel(args.track)) {
