@@ -368,6 +368,7 @@ private:
         if (!track_) return;
         Track& k = *track_;
         LevelRecord& r = k.rec;
+        const int current = line_;
         line_ = k.firstLine;
         const auto textures = static_cast<int64_t>(r.TextureNames.size()) - 1;
         if (textures < 1) report("the track lists no texture");
@@ -396,6 +397,7 @@ private:
             out_.Tracks.Index.push_back(LevelIndexEntry{0, k.reserved});
         }
         track_.reset();
+        line_ = current;
     }
 
     const std::string& file_;

@@ -1,0 +1,111 @@
+// The track tool as people run it, and the tracks the build ships.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdio>
+
+#include "level/LevelFileWriter.h"
+#include "level/LevelStructure.h"
+#include "level/TrackSource.h"
+#include "tests/level/TrackBytes.h"
+
+namespace qb {
+namespace {
+
+struct ToolRun {
+    int code;
+    std::string out;  // stdout and stderr together
+};
+
+ToolRun Tool(const std::string& args) {
+    const std::string cmd = std::string(QUORBIT_TOOLS_DIR) + "/quorbit-track " + args + " 2>&1";
+    ToolRun r{-1, {}};
+    FILE* p = ::popen(cmd.c_str(), "r");
+    if (!p) return r;
+    char buf[4096];
+    size_t n;
+    while ((n = std::fread(buf, 1, sizeof buf, p)) > 0) r.out.append(buf, n);
+    const int status = ::pclose(p);
+    r.code = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return r;
+}
+
+TEST(TrackTool, DumpToAFolderThenBuildGivesIdenticalBytes) {
+    const std::string dir = test::Scratch("tool-roundtrip");
+    // Twelve tracks so the dump spreads over two files.
+    std::vector<test::Bytes> records;
+    for (int i = 0; i < 12; ++i) records.push_back(test::SimpleRecord(static_cast<float>(i * 50), i % 2 ? -1 : 0));
+    test::Bytes f = test::FileOf(records);
+    f.b[8] = 0xFF;  // zone 3 flag, low byte only
+    f.b[20] = 0x42;  // reserved bytes of track 1's index entry
+    test::WriteBytes(dir + "in.dat", f.b);
+
+    ToolRun d = Tool("dump " + dir + "in.dat -o " + dir + "src");
+    ASSERT_EQ(d.code, 0) << d.out;
+    ToolRun b = Tool("build -o " + dir + "out.dat " + dir + "src/zone01.trk " + dir + "src/zone02.trk");
+    ASSERT_EQ(b.code, 0) << b.out;
+    EXPECT_NE(b.out.find("track 12: 1 block, 0 platforms, 0 ramps, 0 stars, 1 texture"), std::string::npos) << b.out;
+    EXPECT_EQ(test::ReadBytes(dir + "out.dat"), f.b);
+
+    ToolRun s = Tool("dump " + dir + "in.dat");
+    EXPECT_EQ(s.code, 0);
+    EXPECT_NE(s.out.find("reserved 66"), std::string::npos) << s.out;
+}
+
+TEST(TrackTool, CheckReportsFileAndPositionAndExitsOne) {
+    const std::string dir = test::Scratch("tool-check");
+    test::Bytes f = test::FileOf({test::SimpleRecord(), test::SimpleRecord()});
+    f.b[32 + 206 + 137 + 28] = 9;  // track 2, face C texture 9 of 1
+    test::WriteBytes(dir + "bad.dat", f.b);
+    test::WriteBytes(dir + "good.dat", test::FileOf({test::SimpleRecord()}).b);
+    {
+        std::FILE* t = std::fopen((dir + "bad.trk").c_str(), "w");
+        std::fputs("track\n texture a.bmp\n block 0 0 0 1 1\n", t);
+        std::fclose(t);
+    }
+    ToolRun r = Tool("check " + dir + "good.dat " + dir + "bad.dat " + dir + "bad.trk");
+    EXPECT_EQ(r.code, 1);
+    EXPECT_NE(r.out.find(dir + "good.dat: 1 track, no errors"), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find(dir + "bad.dat:byte 403: track 2: "), std::string::npos) << r.out;
+    EXPECT_NE(r.out.find(dir + "bad.trk:3: "), std::string::npos) << r.out;
+
+    EXPECT_EQ(Tool("check " + dir + "good.dat").code, 0);
+    EXPECT_EQ(Tool("check " + dir + "nothing.dat").code, 1);
+    // Build refuses broken sources and writes nothing.
+    EXPECT_EQ(Tool("build -o " + dir + "x.dat " + dir + "bad.trk").code, 1);
+    EXPECT_FALSE(std::filesystem::exists(dir + "x.dat"));
+}
+
+TEST(TrackTool, InvalidUsageExitsTwo) {
+    EXPECT_EQ(Tool("").code, 2);
+    EXPECT_EQ(Tool("frobnicate").code, 2);
+    EXPECT_EQ(Tool("build a.trk").code, 2);
+    EXPECT_EQ(Tool("build -o").code, 2);
+    EXPECT_EQ(Tool("check").code, 2);
+    EXPECT_EQ(Tool("dump").code, 2);
+    EXPECT_EQ(Tool("--help").code, 0);
+}
+
+TEST(ShippedTracks, LoadAndTrackOneStartsUnderTheCar) {
+    LevelStructure levels(std::string(QUORBIT_GAME_DIR) + "/levels.dat");
+    std::string error;
+    ASSERT_TRUE(levels.LoadLevels(error)) << error;
+    ASSERT_GE(levels.LevelCount(), 3);
+    // The car starts at x 0, z 1 and drops from y 3.
+    const BlockRecord& b = levels.Level(1).Blocks[0];
+    EXPECT_LE(b.X, 0.0f);
+    EXPECT_GE(b.X + b.scaleX, 0.0f);
+    EXPECT_LE(b.Z, 1.0f);
+    EXPECT_GE(b.Z + b.scalez, 1.0f);
+    EXPECT_LT(b.Y + b.scaleY, 3.0f);
+    for (int32_t n = 1; n <= levels.LevelCount(); ++n) {
+        bool finish = false;
+        for (const auto& k : levels.Level(n).Blocks) finish = finish || k.ActionCode == 1;
+        EXPECT_TRUE(finish) << "track " << n;
+    }
+    LevelStructure user(std::string(QUORBIT_GAME_DIR) + "/usertracks/example.dat");
+    EXPECT_TRUE(user.LoadLevels(error)) << error;
+}
+
+}  // namespace
+}  // namespace qb
