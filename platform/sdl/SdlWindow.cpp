@@ -2,6 +2,7 @@
 
 #include <SDL_image.h>
 
+#include <cstring>
 #include <iostream>
 
 #include "platform/sdl/SdlKeyboard.h"
@@ -34,11 +35,24 @@ void SdlWindow::show() {
     }
     if (!videoStarted_) {
         SDL_SetHint(SDL_HINT_VIDEO_MINIMIZE_ON_FOCUS_LOSS, "0");
-        if (SDL_InitSubSystem(SDL_INIT_VIDEO) != 0) {
+        bool started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+        if (!started && hidden_) {
+            // Nobody sees a hidden window: without a display, draw off-screen.
+            SDL_SetHint(SDL_HINT_VIDEODRIVER, "offscreen");
+            started = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
+        }
+        if (!started) {
             fail(std::string("no display to open the game window on (") + SDL_GetError() + ")");
             return;
         }
         videoStarted_ = true;
+        // SDL falls back on drivers that show nothing; a player would see no game.
+        const char* driver = SDL_GetCurrentVideoDriver();
+        const bool invisible = driver && (std::strcmp(driver, "offscreen") == 0 || std::strcmp(driver, "dummy") == 0);
+        if (invisible && !hidden_) {
+            fail("no display to open the game window on (set DISPLAY or WAYLAND_DISPLAY)");
+            return;
+        }
     }
     // A compatibility context: the game's pipeline is the fixed-function one.
     SDL_GL_SetAttribute(SDL_GL_CONTEXT_MAJOR_VERSION, 2);

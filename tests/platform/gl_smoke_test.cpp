@@ -1,11 +1,10 @@
 // The OpenGL device drawing for real into its back buffer (hidden window):
 // a textured block with Direct3D's culling, a colour-keyed screen quad, the
 // translucent button blend, text and a point sprite, checked pixel by pixel
-// on the saved picture. Skips where there is no display.
+// on the saved picture. Skips where there is no OpenGL at all.
 #include <SDL.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
 
 #include "platform/D3DMath.h"
@@ -39,8 +38,8 @@ protected:
     ArgbImage picture;
 
     void SetUp() override {
-        const char* display = std::getenv("DISPLAY");
-        if (!display || !*display) GTEST_SKIP() << "no DISPLAY";
+        // A hidden window draws off-screen when there is no display at all;
+        // only a machine without any OpenGL skips.
         window.show();
         if (!device.hasHardwareRasterizer()) GTEST_SKIP() << "no OpenGL: " << window.failure();
         device.createDevice(PresentParams{800, 600, 0});
