@@ -15,6 +15,13 @@ const char* const kFaces[4] = {"A", "B", "C", "D"};
 
 int32_t Whole(float v) { return static_cast<int32_t>(std::nearbyint(v)); }
 int16_t Whole16(float v) { return static_cast<int16_t>(std::nearbyint(v)); }
+
+// An upper index never reaches past the items the record really holds.
+template <typename T>
+int32_t Upper(int32_t upper, const std::vector<T>& items) {
+    const int32_t last = static_cast<int32_t>(items.size()) - 1;
+    return upper < last ? upper : last;
+}
 }  // namespace
 
 TrackObjects::TrackObjects(frmGame& game) : resources_(game.platform.graphics), game_(game) {}
@@ -59,7 +66,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         return k >= 0 && k < static_cast<int>(chosen.size()) ? chosen[k] : chosen[0];
     };
 
-    const int32_t B = record.BlockUpper;
+    const int32_t B = Upper(record.BlockUpper, record.Blocks);
     std::vector<std::unique_ptr<clsBlock>> newBlocks(B + 1 > 0 ? B + 1 : 0);
     for (int32_t i = 0; i <= B; ++i) {
         const BlockRecord& b = record.Blocks[i];
@@ -77,7 +84,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
     }
     blocks = std::move(newBlocks);
 
-    const int32_t R = record.RampUpper;
+    const int32_t R = Upper(record.RampUpper, record.Ramps);
     if (R >= 0) {
         std::vector<std::unique_ptr<clsRamp>> list(R + 1);
         for (int32_t i = 0; i <= R; ++i) {
@@ -98,7 +105,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         ramps = std::move(list);
     }
 
-    const int32_t P = record.PlatformUpper;
+    const int32_t P = Upper(record.PlatformUpper, record.Platforms);
     if (P >= 0) {
         std::vector<std::unique_ptr<clsMovingPlatform>> list(P + 1);
         for (int32_t i = 0; i <= P; ++i) {
@@ -125,7 +132,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         platforms = std::move(list);
     }
 
-    const int32_t S = record.StarUpper;
+    const int32_t S = Upper(record.StarUpper, record.Stars);
     if (S >= 0) {
         const std::string model = game_.platform.paths.gameDir + "models/orb.x";
         std::vector<std::unique_ptr<clsStar>> list(S + 1);
