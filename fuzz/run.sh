@@ -1,0 +1,46 @@
+#!/bin/sh
+# Builds the fuzz targets in BUILD_DIR (configuring it with clang when it is
+# new) and runs each for SECONDS, seeded from the shipped tracks. Fails on
+# the first finding.
+set -eu
+if [ $# -ne 2 ]; then
+  echo "usage: fuzz/run.sh BUILD_DIR SECONDS" >&2
+  exit 2
+fi
+build=$1
+seconds=$2
+src=$(cd "$(dirname "$0")/.." && pwd)
+
+if [ ! -f "$build/CMakeCache.txt" ]; then
+  CC=clang CXX=clang++ cmake -S "$src" -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+    -DQUORBIT_FUZZ=ON -DQUORBIT_TESTS=OFF -DQUORBIT_BENCH=OFF
+fi
+cmake --build "$build" --target fuzz
+
+# Seeds: the shipped track sources, and levels.dat built from them.
+seeds=$build/fuzz/seeds
+rm -rf "$seeds"
+mkdir -p "$seeds/levels_dat" "$seeds/track_source" "$seeds/options_dat" "$seeds/stats_dat"
+cp "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk "$seeds/track_source/"
+i=0
+for t in "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk; do
+  i=$((i + 1))
+  "$build/fuzz/fuzz_make_seed" "$seeds/levels_dat/seed$i.dat" "$t"
+done
+printf '\062\000\000\000\030\374\377\377\001\000\000\000' > "$seeds/options_dat/seed"
+printf '\003\000\020\047\000\000\001\000\000\000\002\000\000\000' > "$seeds/stats_dat/seed"
+
+status=0
+for name in levels_dat options_dat stats_dat track_source; do
+  corpus=$build/fuzz/corpus/$name
+  mkdir -p "$corpus"
+  echo "fuzz_$name: $seconds s"
+  if ! (cd "$build/fuzz" && ASAN_OPTIONS=detect_leaks=1 "./fuzz_$name" -max_total_time="$seconds" \
+        -rss_limit_mb=2048 -malloc_limit_mb=512 -timeout=10 -print_final_stats=0 \
+        "$corpus" "$seeds/$name" >"$build/fuzz/$name.log" 2>&1); then
+    echo "fuzz_$name found a problem; see $build/fuzz/$name.log" >&2
+    tail -n 40 "$build/fuzz/$name.log" >&2
+    status=1
+  fi
+done
+exit $status
