@@ -6,30 +6,13 @@
 #include <filesystem>
 
 #include "platform/SystemInfo.h"
+#include "platform/sdl/SdlAudio.h"
 #include "platform/sdl/SdlClock.h"
 #include "platform/sdl/SdlGraphics.h"
 #include "platform/sdl/SdlKeyboard.h"
 #include "platform/sdl/SdlWindow.h"
 
-#if __has_include("platform/sdl/SdlAudio.h")
-#include "platform/sdl/SdlAudio.h"
-#define QUORBIT_HAVE_SDL_AUDIO 1
-#else
-#include "platform/headless/HeadlessPlatform.h"
-#endif
-
 namespace qb {
-
-namespace {
-#ifdef QUORBIT_HAVE_SDL_AUDIO
-using RealAudio = SdlAudio;
-#else
-// Until the sound output lands the game runs silent (and says so in its log).
-struct RealAudio : HeadlessAudio {
-    RealAudio() { available = false; }
-};
-#endif
-}  // namespace
 
 // Members in construction order: the window needs the keyboard it feeds, the
 // device needs the window; they go in reverse, the device first.
@@ -42,7 +25,7 @@ struct SdlPlatformImpl {
     SdlClock clock;
     SdlWindow window;
     SdlGraphics graphics;
-    RealAudio audio;
+    SdlAudio audio;
     LinuxSystemInfo system;
     Platform platform;
 };

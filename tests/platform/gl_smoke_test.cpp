@@ -217,5 +217,28 @@ TEST_F(GlDevice, PointSpriteIsViewportHeightTimesSizeWide) {
     expectColour(400, 311, 0, 0, 64);
 }
 
+TEST_F(GlDevice, VideoModeChangeRemakesTheBackBufferAndKeepsTextures) {
+    const TextureId red = device.createTextureFromFile(WriteBmp("qb_red2.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
+    ASSERT_TRUE(device.resetDevice(PresentParams{1024, 768, 0}));
+    EXPECT_TRUE(device.isUsable());
+    device.setRenderState(RenderState::ZEnable, 1);
+    device.clear(Backdrop, 1.0f);
+    device.setTexture(red);
+    const uint32_t white = 0xFFFFFFFFu;
+    // The bottom-right corner exists only in the larger mode.
+    ScreenVertex q[4] = {{1000, 740, 0, 1, white, 0, 0, 0}, {1024, 740, 0, 1, white, 0, 1, 0},
+                         {1000, 768, 0, 1, white, 0, 0, 1}, {1024, 768, 0, 1, white, 0, 1, 1}};
+    device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
+    device.present();
+    const std::string path = ::testing::TempDir() + "qb_mode2.png";
+    ASSERT_TRUE(device.saveScreenshot(path));
+    ASSERT_TRUE(LoadArgbImage(path, picture));
+    ASSERT_EQ(picture.width, 1024);
+    ASSERT_EQ(picture.height, 768);
+    const uint32_t corner = picture.pixels[static_cast<size_t>(760) * 1024 + 1010];
+    EXPECT_EQ(corner & 0xFFFFFFu, 0xFF0000u);
+    EXPECT_EQ(picture.pixels[10] & 0xFFFFFFu, 0x000040u);
+}
+
 }  // namespace
 }  // namespace qb
