@@ -2,6 +2,7 @@
 
 #include <SDL_image.h>
 
+#include <csignal>
 #include <cstring>
 #include <iostream>
 
@@ -194,7 +195,17 @@ void SdlWindow::messageBox(const std::string& text) {
         // A box behind a full-screen window helps nobody.
         const bool full = window_ && (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) != 0;
         if (full) SDL_SetWindowFullscreen(window_, 0);
+        // While the box waits for a click, a request to end the program ends
+        // it: SDL's own handlers would only queue a quit nobody reads.
+        struct sigaction plain {}, oldTerm {}, oldInt {}, oldHup {};
+        plain.sa_handler = SIG_DFL;
+        sigaction(SIGTERM, &plain, &oldTerm);
+        sigaction(SIGINT, &plain, &oldInt);
+        sigaction(SIGHUP, &plain, &oldHup);
         SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "Quorbit", text.c_str(), window_);
+        sigaction(SIGTERM, &oldTerm, nullptr);
+        sigaction(SIGINT, &oldInt, nullptr);
+        sigaction(SIGHUP, &oldHup, nullptr);
         if (full) SDL_SetWindowFullscreen(window_, SDL_WINDOW_FULLSCREEN_DESKTOP);
     }
 }
