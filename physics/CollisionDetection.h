@@ -1,12 +1,76 @@
+// The collision pass, once per play frame between the controls and the
+// drawing: gravity, the sweep of the car's box against the faces of the
+// objects around it, the responses (land, stop, carry, bump), the special
+// blocks, the stars, the explosion a face asked for, and falling out.
+//
+// It sets speeds that the car's draw integrates later in the same frame; it
+// moves the car itself only when it lands on a falling block or bumps an
+// underside.
 #pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "physics/ContactGeometry.h"
+#include "platform/Types.h"
 
 namespace qb {
 
 class frmGame;
+class clsPlayer;
+
+// One face of one object, as the sweep sees it.
+struct CollisionCandidate {
+    Vector3 normal;
+    CollisionPlane plane;
+    int16_t actionCode = 0;
+    int16_t faceNumber = 0;
+    int16_t objectKind = 0;  // 1 block, 2 moving platform, 3 ramp
+    int16_t objectIndex = 0;
+    float objectX = 0, objectY = 0, objectZ = 0;
+    FaceCorners corners;
+};
 
 class CollisionDetection {
 public:
-    void CheckCollisions(frmGame& game) { (void)game; }
+    enum Kind : int16_t { KindBlock = 1, KindPlatform = 2, KindRamp = 3 };
+
+    static constexpr float Clearance = 0.0001f;
+    static constexpr float BouncePadLaunch = 0.45f;
+    static constexpr float TurboSpeed = 1.0f;
+    static constexpr float LargestSafeFrontSpeed = 0.4f;
+
+    void CheckCollisions(frmGame& game);
+    void ResetCollisionState(frmGame& game);
+    // Fills Candidates (numbered from 1 in the game's terms, 0-based here)
+    // and returns how many there are.
+    int32_t GatherCandidates(frmGame& game);
+
+    // Module state of the pass in progress (OnGround itself lives on the form).
+    bool OnRamp = false;
+    bool ExplodeRequested = false;
+    bool SqueezedFromLeft = false;
+    bool SqueezedFromRight = false;
+    Vector3 CollisionBoxAxes[3] = {{0, 0.8f, 0}, {0.8f, 0, 0}, {0, 0, 0.8f}};
+    std::vector<CollisionCandidate> Candidates;
+    ContactSet ContactPoints;
+
+    // What happened, or-ed in by the pass, the controls and the car (see
+    // PlayEvents.h); the reader clears it.
+    uint32_t Events = 0;
+    // The race clock and the star count at the last finish contact.
+    int32_t FinishFrames = 0;
+    int32_t FinishStars = 0;
+
+private:
+    // Runs the response of face `c` at contact point p. False when the pass
+    // must end at once (the finish).
+    bool FaceResponse(frmGame& game, const CollisionCandidate& c, const Vector3& p);
+    bool LandingAction(frmGame& game, const CollisionCandidate& c);
+    void PickUpStars(frmGame& game);
+    void ThreeAxisContact(frmGame& game);
+
+    std::vector<int32_t> nearBlocks_, nearRamps_, nearPlatforms_;
 };
 
 }  // namespace qb

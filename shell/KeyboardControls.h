@@ -1,4 +1,15 @@
+// The one place where the keyboard acts on the game: once per menu pass and
+// once per play frame it reads the keys and, by screen, drives the car, opens
+// the pause menu, moves the focus between buttons, activates the focused one,
+// turns the instruction pages or types the name for the fastest times.
+//
+// Edge-triggered actions fire once per press: each command key has a
+// "released" flag that any pass seeing the key up sets, and the action
+// clears. Held actions only look at whether the key is down.
 #pragma once
+
+#include <array>
+#include <cstdint>
 
 namespace qb {
 
@@ -6,10 +17,34 @@ class frmGame;
 
 class KeyboardControls {
 public:
+    static constexpr float JumpVelocity = 0.35f;
+    // Key codes of the letters A to Z.
+    static constexpr std::array<uint8_t, 26> LetterKeys{30, 48, 46, 32, 18, 33, 34, 35, 23, 36, 37, 38, 50,
+                                                        49, 24, 25, 16, 19, 31, 20, 22, 47, 17, 45, 21, 44};
+    static constexpr int NameLength = 15;
+    static constexpr const char* WebPage = "https://quorbit.example.org/";
+
     explicit KeyboardControls(frmGame& game) : game_(game) {}
-    void HandleKeyboard() {}
+    void HandleKeyboard();
+
+    // The released flags, kept between passes (all false at start).
+    bool EscReleased = false, UpReleased = false, DownReleased = false, LeftReleased = false;
+    bool RightReleased = false, ReturnReleased = false, SpaceReleased = false, BackReleased = false;
+    std::array<bool, 26> LetterReleased{};
 
 private:
+    void Playing(const uint8_t* k);
+    void PauseMenu(const uint8_t* k);
+    void MainMenu(const uint8_t* k);
+    void ZoneChoice(const uint8_t* k);
+    void TrackChoice(const uint8_t* k);
+    void NameEntry(const uint8_t* k);
+    void MadeIt(const uint8_t* k);
+    void Instructions(const uint8_t* k);
+    void Jump();
+    void MoveFocus(bool on);
+    void GoTo(int16_t state, bool withSound);
+
     frmGame& game_;
 };
 

@@ -1,14 +1,72 @@
-// A run: start, death and restart, finish.
+// A run: its start, its end after a death (an immediate restart), and the
+// finish with its time.
+#include <cstdio>
+#include <string>
+
+#include "audio/DXmusicSFX.h"
+#include "gui/Gui.h"
+#include "level/LevelStructure.h"
+#include "level/TrackObjects.h"
+#include "persist/Stats.h"
+#include "physics/clsParticles.h"
+#include "physics/clsPlayer.h"
+#include "platform/DirectX.h"
+#include "platform/QuorbitDebug.h"
+#include "shell/GuiLink.h"
+#include "shell/RaceTime.h"
 #include "shell/frmGame.h"
 
 namespace qb {
 
-void frmGame::startPlaying() { GameState = Playing; }
+void frmGame::startPlaying() {
+    OnGround = false;
+    StarsCollected = 0;
+    player->load(platform.paths.gameDir + "models/player.x");
+    GameState = Playing;
+    particles->resetParticles();
+    dx->ResetCamera();
+    RunStartTicks = platform.clock.tickCount();
+}
 
-void frmGame::resetgame(bool) { ResetFPSCounter(); }
+void frmGame::resetgame(bool winLevel) {
+    const uint32_t now = platform.clock.tickCount();
+    const uint32_t elapsed = now - RunStartTicks;
+    RunStartTicks = now;
+    player->resetPLayer();
+    sound->StopFallSound();
+    StarsCollected = 0;
+    particles->resetParticles();
+    dx->ResetCamera();
+    track->BuildLevel(levels->CurrentLevel, false);
+    if (winLevel) sound->PlayMusic(MusicWin);
+    if (!stats->FoldPlay(levels->CurrentLevel, elapsed)) debug->WriteLine("Could not write stats.dat");
+    ResetFPSCounter();
+}
 
-void frmGame::Winlevel() {}
+void frmGame::Winlevel() {
+    const RaceTime time = RaceTime::FromFrames(RaceFrames);
+    RaceFrames = 0;
+    if (!levels->TimeQualifies(time.Seconds, time.Hundredths)) {
+        GameState = MadeIt;
+        gui->SetupScreen(0);
+        SetFieldText(*this, 1, time.Text());
+    } else {
+        GameState = NameEntry;
+        gui->SetupScreen(0);
+        SetFieldText(*this, 2, time.Text());
+        LastFinishSeconds = time.Seconds;
+        LastFinishHundredths = time.Hundredths;
+    }
+    const int32_t c = levels->CurrentLevel;
+    if (levels->HasLevel(c) && StarsCollected == levels->Level(c).StarUpper + 1) {
+        if (!levels->SaveAllStarsFlag()) debug->WriteLine(levels->WriteError());
+    }
+    resetgame(true);
+}
 
-void frmGame::DrawPlayerAndParticles() {}
+void frmGame::DrawPlayerAndParticles() {
+    player->draw();
+    particles->draw();
+}
 
 }  // namespace qb

@@ -29,9 +29,9 @@ frmGame::frmGame(Platform& p) : platform(p) {
     track = std::make_unique<TrackObjects>(*this);
     animated = std::make_unique<AnimatedTextures>();
     background = std::make_unique<clsBackground>(p.graphics, dx->ScreenWidth, dx->ScreenHeight);
-    player = std::make_unique<clsPlayer>();
-    particles = std::make_unique<clsParticles>();
-    shadow = std::make_unique<clsShadow>();
+    player = std::make_unique<clsPlayer>(*this);
+    particles = std::make_unique<clsParticles>(*this);
+    shadow = std::make_unique<clsShadow>(*this);
     collision = std::make_unique<CollisionDetection>();
     sound = std::make_unique<DXmusicSFX>(p.audio, *options, *debug, p.paths.gameDir);
     gui = std::make_unique<Gui>(*this);

@@ -1,0 +1,269 @@
+#include "shell/KeyboardControls.h"
+
+#include <string>
+
+#include "audio/DXmusicSFX.h"
+#include "gui/Gui.h"
+#include "level/LevelStructure.h"
+#include "persist/Stats.h"
+#include "physics/CollisionDetection.h"
+#include "physics/PlayEvents.h"
+#include "physics/clsPlayer.h"
+#include "platform/DirectInput.h"
+#include "platform/QuorbitDebug.h"
+#include "shell/GuiLink.h"
+#include "shell/frmGame.h"
+
+namespace qb {
+
+namespace {
+constexpr uint8_t Down = 128;
+constexpr uint8_t Up = 0;
+constexpr int ButtonSlots = 59;
+
+inline void Release(const uint8_t* k, uint8_t key, bool& flag) {
+    if (k[key] == Up) flag = true;
+}
+// An edge-triggered key: down with its flag set; clears the flag.
+inline bool Pressed(const uint8_t* k, uint8_t key, bool& flag) {
+    if (k[key] != Down || !flag) return false;
+    flag = false;
+    return true;
+}
+}  // namespace
+
+void KeyboardControls::HandleKeyboard() {
+    DirectInput& input = *game_.input;
+    input.keyboard.getState(input.KeyState);
+    // From here on device errors are ignored; only an overflowed event
+    // buffer matters, and then this pass acts on nothing.
+    if (input.keyboard.getEvents(input.EventBuffer) == KeyboardDevice::DIERR_BUFFEROVERFLOW) {
+        game_.debug->WriteLine("Buffer Overflow -> Compensating");
+        return;
+    }
+    const uint8_t* k = input.KeyState;
+    Release(k, DIK_ESCAPE, EscReleased);
+    switch (game_.GameState) {
+        case qb::Playing: Playing(k); break;
+        case qb::PauseMenu: PauseMenu(k); break;
+        case qb::MainMenu: MainMenu(k); break;
+        case qb::ZoneChoice: ZoneChoice(k); break;
+        case qb::TrackChoice: TrackChoice(k); break;
+        case qb::NameEntry: NameEntry(k); break;
+        case qb::MadeIt: MadeIt(k); break;
+        case qb::Options:
+            if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
+            break;
+        case qb::UserTrackChoice:
+            if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
+            break;
+        case qb::InstructionsPage1:
+        case qb::InstructionsPage2:
+        case qb::InstructionsPage3: Instructions(k); break;
+        default: break;
+    }
+}
+
+void KeyboardControls::GoTo(int16_t state, bool withSound) {
+    if (withSound) game_.sound->PlayEffect(SfxTransit);
+    game_.GameState = state;
+    game_.gui->SetupScreen(0);
+}
+
+void KeyboardControls::Jump() {
+    clsPlayer& pl = *game_.player;
+    if (!game_.OnGround || pl.getexplodeStatus()) return;
+    pl.verticalvelocity(JumpVelocity);
+    game_.sound->PlayEffect(SfxJump);
+    game_.stats->JumpCount += 1;
+    game_.collision->Events |= EventJump;
+}
+
+void KeyboardControls::Playing(const uint8_t* k) {
+    clsPlayer& pl = *game_.player;
+    Release(k, DIK_RETURN, ReturnReleased);
+    if (k[DIK_UP] == Down) pl.accelerate();
+    if (k[DIK_DOWN] == Down) pl.deccelerate();
+    // Without a steering key the car stops moving sideways at once, except
+    // on ice, where it keeps sliding.
+    if (k[DIK_LEFT] == Up && k[DIK_RIGHT] == Up && !pl.ISPlayerOnAnIceBlock()) pl.HorizontalVelocity(0);
+    if (k[DIK_RIGHT] == Down) pl.MoveRight();
+    if (k[DIK_LEFT] == Down) pl.Moveleft();
+    if (k[DIK_RSHIFT] == Down || k[DIK_RCONTROL] == Down || k[DIK_SPACE] == Down || k[DIK_LCONTROL] == Down ||
+        k[DIK_LSHIFT] == Down)
+        Jump();
+    // Return jumps too, and repeats while held; its flag only keeps the
+    // press that started the track from jumping until it is let go.
+    if (k[DIK_RETURN] == Down && ReturnReleased) Jump();
+    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+        game_.GameState = qb::PauseMenu;
+        game_.gui->SetupScreen(0);
+    }
+    if (k[DIK_H] == Down) {
+        // Straight to the name entry for the last qualifying time.
+        game_.GameState = qb::NameEntry;
+        game_.gui->SetupScreen(0);
+    }
+}
+
+void KeyboardControls::PauseMenu(const uint8_t* k) {
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+        game_.GameState = qb::Playing;
+        game_.gui->SetupScreen(0);
+    }
+    if (Pressed(k, DIK_UP, UpReleased)) MoveFocus(false);
+    if (Pressed(k, DIK_DOWN, DownReleased)) MoveFocus(true);
+    if (k[DIK_RETURN] != Down) return;
+    switch (CurrentTab(game_)) {
+        case 1:  // restart
+            game_.GameState = qb::Playing;
+            game_.resetgame(false);
+            game_.gui->SetupScreen(0);
+            break;
+        case 2:  // exit track
+            game_.GameState = qb::TrackChoice;
+            game_.resetgame(false);
+            game_.gui->SetupScreen(3);
+            break;
+        case 3:  // quit game
+            game_.GameState = qb::MainMenu;
+            game_.resetgame(false);
+            game_.gui->SetupScreen(0);
+            break;
+        case 4:  // cancel: play on where it stopped
+            game_.GameState = qb::Playing;
+            ReturnReleased = false;
+            break;
+        default: break;
+    }
+}
+
+void KeyboardControls::MainMenu(const uint8_t* k) {
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    Release(k, DIK_RETURN, ReturnReleased);
+    if (Pressed(k, DIK_DOWN, DownReleased)) MoveFocus(true);
+    if (Pressed(k, DIK_UP, UpReleased)) MoveFocus(false);
+    if (k[DIK_RETURN] != Down || !ReturnReleased) return;
+    // The flag stays set: the next screen clears or ignores it.
+    switch (CurrentTab(game_)) {
+        case 1: GoTo(qb::ZoneChoice, true); break;
+        case 2: GoTo(qb::Options, true); break;
+        case 3: GoTo(qb::InstructionsPage1, true); break;
+        case 4:
+            game_.sound->PlayEffect(SfxTransit);
+            game_.platform.window.openUrl(WebPage);
+            break;
+        case 5:
+            game_.sound->PlayEffect(SfxTransit);
+            game_.GameState = qb::Closing;
+            game_.GameRunning = false;
+            break;
+        default: break;
+    }
+}
+
+void KeyboardControls::ZoneChoice(const uint8_t* k) {
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
+    if (k[DIK_RETURN] == Down) {
+        // Return always opens the first zone at its first track.
+        game_.GameState = qb::TrackChoice;
+        LevelStructure& levels = *game_.levels;
+        levels.CurrentZone = 1;
+        levels.ZoneFirstLevel = 1;
+        levels.ZoneLastLevel = 10;
+        levels.CurrentLevel = 1;
+        game_.sound->PlayEffect(SfxTransit);
+        game_.gui->SetupScreen(0);
+    }
+    // The Return that leaves this screen must not also start a track.
+    ReturnReleased = false;
+}
+
+void KeyboardControls::TrackChoice(const uint8_t* k) {
+    Release(k, DIK_RETURN, ReturnReleased);
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->SetupScreen(1);
+    if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->SetupScreen(2);
+    if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
+        game_.sound->PlayEffect(SfxTransit);
+        if (game_.levels->CurrentZone == 1) game_.sound->PlayMusic(MusicTrack);
+        game_.startPlaying();
+        game_.gui->SetupScreen(0);
+        // The press that started the track must not make the car jump
+        // until it has been let go.
+        ReturnReleased = false;
+        return;
+    }
+    if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
+}
+
+void KeyboardControls::NameEntry(const uint8_t* k) {
+    for (size_t i = 0; i < LetterKeys.size(); ++i) Release(k, LetterKeys[i], LetterReleased[i]);
+    Release(k, DIK_SPACE, SpaceReleased);
+    Release(k, DIK_BACK, BackReleased);
+    if (k[DIK_RETURN] == Down) {
+        if (!game_.levels->SaveFastestTime(FieldText(game_, 1), game_.LastFinishSeconds, game_.LastFinishHundredths))
+            game_.debug->WriteLine(game_.levels->WriteError());
+        game_.GameState = qb::TrackChoice;
+        game_.gui->SetupScreen(0);
+        ReturnReleased = false;
+    }
+    if (Pressed(k, DIK_BACK, BackReleased)) RemoveLastCharacterOfField(game_, 1);
+    // The length is looked at once: keys pressed together are all taken,
+    // in the order Space, A to Z.
+    if (static_cast<int>(FieldText(game_, 1).size()) >= NameLength) return;
+    if (Pressed(k, DIK_SPACE, SpaceReleased)) AppendToField(game_, 1, " ");
+    for (size_t i = 0; i < LetterKeys.size(); ++i)
+        if (Pressed(k, LetterKeys[i], LetterReleased[i])) AppendToField(game_, 1, std::string(1, static_cast<char>('A' + i)));
+}
+
+void KeyboardControls::MadeIt(const uint8_t* k) {
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+        game_.GameState = qb::TrackChoice;
+        game_.gui->SetupScreen(3);
+    }
+    if (k[DIK_RETURN] == Down) {
+        game_.GameState = qb::TrackChoice;
+        game_.gui->SetupScreen(3);
+        ReturnReleased = false;
+    }
+}
+
+void KeyboardControls::Instructions(const uint8_t* k) {
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, false);
+    // Pages 1..3 wrap round both ways.
+    auto page = [&]() { return game_.GameState - qb::InstructionsPage1; };
+    if (page() >= 0 && page() <= 2 && Pressed(k, DIK_LEFT, LeftReleased))
+        GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 2) % 3), false);
+    if (page() >= 0 && page() <= 2 && Pressed(k, DIK_RIGHT, RightReleased))
+        GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 1) % 3), false);
+}
+
+void KeyboardControls::MoveFocus(bool on) {
+    const int32_t current = CurrentTab(game_), count = TabCount(game_);
+    int32_t wanted;
+    if (on)
+        wanted = current == count ? 1 : current + 1;
+    else
+        wanted = current == 1 ? count : current - 1;
+    int32_t found = 0;
+    for (int32_t slot = 1; slot <= ButtonSlots && found == 0; ++slot)
+        if (ButtonTabIndex(game_, slot) == wanted) found = slot;
+    SetCurrentTab(game_, wanted);
+    for (int32_t slot = 1; slot <= ButtonSlots; ++slot) SetButtonMouseOver(game_, slot, false);
+    if (found != 0) SetButtonMouseOver(game_, found, true);
+}
+
+}  // namespace qb
