@@ -149,8 +149,15 @@ void frmGame::mainLoopPass() {
 
     // Play passes: frames start more than FrameInterval apart; between them we sleep.
     const int64_t interval = static_cast<int64_t>(FrameInterval * static_cast<double>(PerfFrequency) / 1000.0);
+    bool musicPausedForFocus = false;
     while (GameState == Playing && GameRunning) {
         if (window.hasFocus()) {
+            // A GL device is never lost, so no device reset comes to resume
+            // the music after the focus returns: resume it here.
+            if (musicPausedForFocus) {
+                musicPausedForFocus = false;
+                sound->ResumeMusic();
+            }
             while (static_cast<double>(NowCount - FrameStartCount) / static_cast<double>(PerfFrequency) * 1000.0 >
                    FrameInterval) {
                 playFrame();
@@ -159,6 +166,7 @@ void frmGame::mainLoopPass() {
             NowCount = clock.performanceCounter();
         } else {
             sound->PauseMusic();
+            musicPausedForFocus = true;
         }
         window.processEvents(*this);
         if (GameState != Playing || !GameRunning) break;

@@ -7,6 +7,7 @@
 #include "audio/DXmusicSFX.h"
 #include "persist/AtomicFile.h"
 #include "platform/headless/HeadlessPlatform.h"
+#include "shell/frmGame.h"
 #include "tests/audio/AudioTestSupport.h"
 
 namespace qb {
@@ -209,6 +210,29 @@ TEST(SoundModule, TheGeneratedGameFolderHasEverySound) {
     r.options = optionsDat(test::AudioScratch("gamefolder-options") + "options.dat");
     EXPECT_TRUE(r.start());
     EXPECT_EQ(r.device.music.size(), 2u);
+}
+
+TEST(SoundModule, TrackMusicPausesWhileTheWindowHasNoFocusAndGoesOnWhenItReturns) {
+    const std::string writeDir = test::AudioScratch("focus");
+    HeadlessPlatform hp(QUORBIT_GAME_DIR, writeDir);
+    frmGame game(hp.platform);
+    ASSERT_TRUE(game.sound->InitSound());
+    game.sound->SetMusicVolume(50);
+    game.sound->PlayMusic(MusicTrack);
+    hp.audio.log.clear();
+
+    game.GameState = Playing;
+    game.GameRunning = true;
+    hp.window.focus = false;
+    hp.window.onProcess = [&](WindowEvents& events) {
+        if (hp.window.processCount == 3) hp.window.focus = true;
+        if (hp.window.processCount == 4) events.onClose();
+    };
+    game.mainLoopPass();
+    ASSERT_GE(hp.audio.log.size(), 2u);
+    EXPECT_EQ(hp.audio.log.front(), "pause");
+    EXPECT_EQ(hp.audio.log.back(), "music 1 loop");
+    EXPECT_EQ(hp.audio.musicPlaying, 1);
 }
 
 }  // namespace
