@@ -45,6 +45,9 @@ public:
     // Fills Candidates (numbered from 1 in the game's terms, 0-based here)
     // and returns how many there are.
     int32_t GatherCandidates(frmGame& game);
+    // A contact tilted against all three box axes: no face of the game can
+    // make one, so it means a broken track; tells the player and ends.
+    [[noreturn]] void ThreeAxisContact(frmGame& game);
 
     // Module state of the pass in progress (OnGround itself lives on the form).
     bool OnRamp = false;
@@ -68,7 +71,6 @@ private:
     bool FaceResponse(frmGame& game, const CollisionCandidate& c, const Vector3& p);
     bool LandingAction(frmGame& game, const CollisionCandidate& c);
     void PickUpStars(frmGame& game);
-    void ThreeAxisContact(frmGame& game);
 
     std::vector<int32_t> nearBlocks_, nearRamps_, nearPlatforms_;
 };
