@@ -17,10 +17,14 @@ std::string withSlash(std::string dir) {
 }  // namespace
 
 GamePaths ResolveGamePaths(const std::string& gameDir) {
+    return ResolveGamePaths(gameDir, ::access(withSlash(gameDir).c_str(), W_OK) == 0);
+}
+
+GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
     GamePaths p;
     p.gameDir = withSlash(gameDir);
     p.writeDir = p.gameDir;
-    if (::access(p.gameDir.c_str(), W_OK) == 0) return p;
+    if (gameDirWritable) return p;
 
     std::string base;
     if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)

@@ -35,5 +35,8 @@ struct Platform {
 // $XDG_DATA_HOME/quorbit (default ~/.local/share/quorbit). When they differ,
 // levels.dat is copied there once so fastest times can be patched in place.
 GamePaths ResolveGamePaths(const std::string& gameDir);
+// The same with the writability test given (root can write anywhere, so
+// tests decide for themselves what counts as a read-only install).
+GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable);
 
 }  // namespace qb

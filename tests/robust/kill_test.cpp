@@ -58,7 +58,9 @@ int32_t CheckFiles(const std::string& dir) {
         const int32_t run = Base - t.Seconds[place];
         EXPECT_EQ(t.Names[place], RunName(run)) << "place " << place + 1;
         EXPECT_EQ(t.Hundredths[place], 0);
-        if (place > 0 && t.Seconds[place - 1] != 0) EXPECT_GE(t.Seconds[place], t.Seconds[place - 1]);
+        if (place > 0 && t.Seconds[place - 1] != 0) {
+            EXPECT_GE(t.Seconds[place], t.Seconds[place - 1]);
+        }
         newest = std::max(newest, run);
     }
 
