@@ -1,0 +1,48 @@
+// A route through a track, as its designer wrote it down: commands that take
+// effect once the car's nose passes a z, and the autopilot that turns them
+// into keys frame by frame while the real game runs.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace qb {
+
+class frmGame;
+
+struct RouteCommand {
+    enum Op { Lane, FreeLane, Ride, Speed, Jump, Hold, Release, Board };
+    double z = 0;
+    Op op = Lane;
+    double value = 0;  // lane x, speed, or platform index
+};
+
+// One command per line, "Z COMMAND [ARG]": x X | x free | ride P | speed S |
+// jump | hold | release | board P. A ridden platform carries the car further
+// than it moves itself, so riding means steering for its middle. False with a message naming the line.
+bool ParseRoute(const std::string& text, std::vector<RouteCommand>& out, std::string& error);
+
+// The autopilot: one call per frame, before the frame runs.
+class Autopilot {
+public:
+    explicit Autopilot(std::vector<RouteCommand> route) : route_(std::move(route)) {}
+    // The keys to hold this frame, from the game as the last frame left it.
+    std::vector<uint8_t> Keys(frmGame& game);
+    // Index of the last command that took effect (-1 before the first).
+    int LastFired() const { return static_cast<int>(next_) - 1; }
+
+private:
+    bool PlatformWillCarry(frmGame& game, int index) const;
+
+    std::vector<RouteCommand> route_;
+    size_t next_ = 0;
+    bool steer_ = false;
+    double laneX_ = 0;
+    double speed_ = 0.6;
+    bool jumpPending_ = false, holdJump_ = false;
+    int boarding_ = -1;
+    int riding_ = -1;
+};
+
+}  // namespace qb
