@@ -154,7 +154,7 @@ void KeyboardControls::MainMenu(const uint8_t* k) {
         case 3: GoTo(qb::InstructionsPage1, true); break;
         case 4:
             game_.sound->PlayEffect(SfxTransit);
-            game_.platform.window.openUrl(WebPage);
+            game_.gui->OpenWebSite();
             break;
         case 5:
             game_.sound->PlayEffect(SfxTransit);

@@ -22,7 +22,6 @@ public:
     static constexpr std::array<uint8_t, 26> LetterKeys{30, 48, 46, 32, 18, 33, 34, 35, 23, 36, 37, 38, 50,
                                                         49, 24, 25, 16, 19, 31, 20, 22, 47, 17, 45, 21, 44};
     static constexpr int NameLength = 15;
-    static constexpr const char* WebPage = "https://quorbit.example.org/";
 
     explicit KeyboardControls(frmGame& game) : game_(game) {}
     void HandleKeyboard();

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 
 #include "gui/Gui.h"
@@ -77,8 +78,13 @@ bool SimRun::Start(int32_t track, std::string& error) {
         return false;
     }
     frmGame& g = *game_;
-    if (!g.startup()) {
-        error = "the game did not start";
+    try {
+        if (!g.startup()) {
+            error = "the game did not start";
+            return false;
+        }
+    } catch (const std::exception& e) {
+        error = std::string("the game did not start: ") + e.what();
         return false;
     }
     if (!g.levels->HasLevel(track)) {

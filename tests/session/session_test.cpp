@@ -1,0 +1,230 @@
+// A run from start to finish: times, the fastest-times table, the name
+// entry, the pause menu and the statistics.
+#include "tests/physics/DriveTest.h"
+
+#include "gui/Gui.h"
+#include "level/LevelStructure.h"
+#include "level/TrackObjects.h"
+#include "shell/GuiLink.h"
+#include "shell/KeyboardControls.h"
+#include "shell/RaceTime.h"
+
+namespace qb {
+namespace {
+
+using test::Drive;
+using test::TrackHead;
+
+// A start block and a finish block just ahead; `times` lines fill the table.
+std::string FinishTrack(const std::string& times = "", const std::string& stars = "") {
+    return TrackHead() + times + " block -2 0 -5 4 1 10 tex road\n block -2 0 5 4 1 4 tex flag finish\n" + stars;
+}
+
+// Lets the car settle, then puts it over the finish with the clock at
+// `frames`, so the next frame lands there.
+void FinishAt(Drive& d, int32_t frames) {
+    ASSERT_TRUE(d.settle());
+    d.car().Posz(7);
+    d.game().RaceFrames = frames;
+    const SimRow& r = d.frame();
+    ASSERT_TRUE(r.events & EventFinish);
+}
+
+TEST(RaceTime, FramesBecomeSecondsAndHundredths) {
+    EXPECT_EQ(RaceTime::FromFrames(25).Clock(), "1:00");
+    EXPECT_EQ(RaceTime::FromFrames(24).Clock(), "0:96");
+    EXPECT_EQ(RaceTime::FromFrames(3).Text(), "Time = 0:12");
+    EXPECT_EQ(RaceTime::FromFrames(252).Text(), "Time = 10:08");
+}
+
+TEST(Finish, AFirstTimeOpensTheNameEntryWithTheTime) {
+    Drive d("finish", FinishTrack());
+    FinishAt(d, 252);
+    frmGame& g = d.game();
+    EXPECT_EQ(g.GameState, NameEntry);
+    EXPECT_EQ(FieldText(g, 2), "Time = 10:08");
+    EXPECT_EQ(g.LastFinishSeconds, 10);
+    EXPECT_EQ(g.LastFinishHundredths, 8);
+    // The track is already rebuilt behind the screen, the car back at the start.
+    EXPECT_EQ(d.car().Posz(), 1.0f);
+    EXPECT_EQ(g.StarsCollected, 0);
+    // No stars on this track: every finish wins the all-stars flag.
+    EXPECT_TRUE(g.levels->AllStars(1));
+    EXPECT_EQ(d.run->Result(), "result: finished 10:08 stars 0/0");
+}
+
+const std::string Table = " time 1 \"ANNA\" 5 48\n time 2 \"BEN\" 8 0\n time 3 \"CARA\" 10 8\n";
+
+TEST(Finish, EqualToThirdPlaceDoesNotQualify) {
+    Drive d("tie", FinishTrack(Table));
+    FinishAt(d, 252);
+    EXPECT_EQ(d.game().GameState, MadeIt);
+    EXPECT_EQ(FieldText(d.game(), 1), "Time = 10:08");
+}
+
+TEST(Finish, OneFrameFasterThanThirdPlaceQualifies) {
+    Drive d("faster", FinishTrack(Table));
+    FinishAt(d, 251);
+    EXPECT_EQ(d.game().GameState, NameEntry);
+    EXPECT_EQ(FieldText(d.game(), 2), "Time = 10:04");
+}
+
+TEST(Finish, TheAllStarsFlagNeedsEveryStar) {
+    Drive d("allstars", FinishTrack("", " star 0 1 2\n star 0 9 30\n"));
+    ASSERT_TRUE(d.settle());
+    while (d.car().Posz() < 3) d.frame({DIK_UP});
+    EXPECT_EQ(d.game().StarsCollected, 1);
+    EXPECT_EQ(FieldText(d.game(), 1), "Stars 1 / of 2");
+    d.car().Posz(7);
+    d.car().ForwardVelocity(0);
+    ASSERT_TRUE(d.frame().events & EventFinish);
+    EXPECT_FALSE(d.game().levels->AllStars(1));
+    EXPECT_EQ(d.run->Result(), "result: finished " + RaceTime::FromFrames(d.game().collision->FinishFrames).Clock() +
+                                   " stars 1/2");
+}
+
+// One menu pass with exactly these keys down.
+void Pass(Drive& d, std::initializer_list<uint8_t> keys = {}) { d.frame(keys); }
+void Type(Drive& d, uint8_t key) {
+    Pass(d);
+    Pass(d, {key});
+}
+
+TEST(NameEntry, TypesCapitalsUpToFifteenAndStoresTheTime) {
+    Drive d("name", FinishTrack());
+    FinishAt(d, 251);
+    frmGame& g = d.game();
+    ASSERT_EQ(g.GameState, NameEntry);
+    Type(d, DIK_A);
+    EXPECT_EQ(FieldText(g, 1), "A");
+    Pass(d, {DIK_A});  // held: no repeat
+    EXPECT_EQ(FieldText(g, 1), "A");
+    Pass(d);
+    Pass(d, {DIK_B, DIK_A});  // together: taken in the order A to Z
+    EXPECT_EQ(FieldText(g, 1), "AAB");
+    Type(d, DIK_BACK);
+    EXPECT_EQ(FieldText(g, 1), "AA");
+    Type(d, DIK_SPACE);
+    for (int i = 0; i < 12; ++i) Type(d, KeyboardControls::LetterKeys[static_cast<size_t>(i)]);
+    EXPECT_EQ(FieldText(g, 1), "AA ABCDEFGHIJKL");
+    Type(d, DIK_Z);  // a 16th character alone is refused
+    EXPECT_EQ(FieldText(g, 1), "AA ABCDEFGHIJKL");
+    Pass(d, {DIK_RETURN});
+    EXPECT_EQ(g.GameState, TrackChoice);
+    const FastestTimes& t = g.levels->Level(1).Times;
+    EXPECT_EQ(t.Names[0], "AA ABCDEFGHIJKL");
+    EXPECT_EQ(t.Seconds[0], 10);
+    EXPECT_EQ(t.Hundredths[0], 4);
+    // The table was written into the track file in place.
+    LevelStructure reread(d.run->platform().platform.paths.levelsFile());
+    std::string error;
+    ASSERT_TRUE(reread.LoadLevels(error)) << error;
+    EXPECT_EQ(reread.Level(1).Times.Names[0], "AA ABCDEFGHIJKL");
+}
+
+TEST(NameEntry, BackspaceOnAnEmptyNameLeavesItEmpty) {
+    Drive d("nameempty", FinishTrack());
+    FinishAt(d, 100);
+    Type(d, DIK_C);
+    Type(d, DIK_BACK);
+    Type(d, DIK_BACK);
+    EXPECT_EQ(FieldText(d.game(), 1), "");
+}
+
+TEST(Controls, TheReturnThatStartsATrackDoesNotJumpUntilLetGo) {
+    Drive d("returnstart", FinishTrack());
+    frmGame& g = d.game();
+    g.GameState = TrackChoice;
+    g.gui->SetupScreen(0);
+    Pass(d);
+    Pass(d, {DIK_RETURN});
+    ASSERT_EQ(g.GameState, Playing);
+    for (int i = 0; i < 40; ++i) EXPECT_FALSE(d.frame({DIK_RETURN}).events & EventJump) << "frame " << i;
+    EXPECT_TRUE(d.rows.back().onGround);
+    d.frame();
+    EXPECT_TRUE(d.frame({DIK_RETURN}).events & EventJump);
+}
+
+TEST(Controls, HOpensTheNameEntryForTheLastQualifyingTime) {
+    Drive d("hkey", FinishTrack());
+    FinishAt(d, 251);
+    Pass(d, {DIK_RETURN});
+    frmGame& g = d.game();
+    g.GameState = Playing;
+    g.gui->SetupScreen(0);
+    d.frame({DIK_H});
+    EXPECT_EQ(g.GameState, NameEntry);
+    EXPECT_EQ(g.LastFinishSeconds, 10);
+}
+
+TEST(PauseMenu, FreezesTheRunAndResumesWhereItStopped) {
+    Drive d("pause", FinishTrack());
+    frmGame& g = d.game();
+    d.frames(5, {DIK_UP});
+    const int32_t clock = g.RaceFrames;
+    const float z = d.car().Posz();
+    d.frame();
+    d.frame({DIK_ESCAPE});
+    ASSERT_EQ(g.GameState, PauseMenu);
+    const int32_t paused = g.RaceFrames;
+    EXPECT_EQ(paused, clock + 2);
+    EXPECT_EQ(CurrentTab(g), 2);
+    d.frames(10);
+    EXPECT_EQ(g.RaceFrames, paused);
+    EXPECT_EQ(g.gui->Button(33).IsMouseOver(), false);
+    d.frame({DIK_DOWN});
+    EXPECT_EQ(CurrentTab(g), 3);
+    EXPECT_TRUE(g.gui->Button(33).IsMouseOver());
+    EXPECT_FALSE(g.gui->Button(32).IsMouseOver());
+    d.frame();
+    d.frame({DIK_DOWN});
+    d.frame();
+    d.frame({DIK_DOWN});
+    EXPECT_EQ(CurrentTab(g), 1) << "down from the last item wraps to the first";
+    d.frame();
+    d.frame({DIK_ESCAPE});
+    EXPECT_EQ(g.GameState, Playing);
+    EXPECT_EQ(g.RaceFrames, paused);
+    EXPECT_GT(d.car().Posz(), z);
+}
+
+TEST(PauseMenu, RestartRebuildsTheTrackAndBooksTheRun) {
+    Drive d("restart", TrackHead() + " block -2 0 -5 4 1 100 tex road\n");
+    frmGame& g = d.game();
+    d.frames(20, {DIK_UP});
+    d.frame();
+    d.frame({DIK_ESCAPE});
+    d.frame({DIK_UP});  // held since before the menu opened: no move
+    EXPECT_EQ(CurrentTab(g), 2);
+    d.frame();
+    d.frame({DIK_UP});  // from exit track (2) to restart (1)
+    ASSERT_EQ(CurrentTab(g), 1);
+    d.frame({DIK_RETURN});
+    EXPECT_EQ(g.GameState, Playing);
+    EXPECT_EQ(g.RaceFrames, 0);
+    EXPECT_EQ(d.car().Posz(), 1.0f);
+    EXPECT_GT(g.stats->LevelStats[1].PlayTime, 0);
+}
+
+TEST(Statistics, EachDeathBooksItsOwnTimeOnce) {
+    Drive d("stats", TrackHead() + " block -2 0 200 4 1 4 tex road\n");
+    frmGame& g = d.game();
+    const uint32_t start = d.hp().clock.tickCount();
+    int deaths = 0;
+    uint32_t deathTicks[2] = {0, 0};
+    while (deaths < 2) {
+        const SimRow& r = d.frame({DIK_SPACE});
+        if (r.dead) deathTicks[deaths++] = d.hp().clock.tickCount();
+        ASSERT_LT(d.rows.size(), 500u);
+    }
+    d.frame();  // the second restart
+    // The first restart happened in the frame after the first death, 40 ms later.
+    const int32_t expected = static_cast<int32_t>(deathTicks[1] + 40 - start);
+    EXPECT_EQ(g.stats->LevelStats[1].PlayTime, expected);
+    EXPECT_EQ(g.stats->TotalPlayTime, expected);
+    EXPECT_EQ(g.stats->LevelStats[1].FallenOff, 2);
+    EXPECT_EQ(g.stats->LevelStats[1].Jumps, 0) << "no jump in the air";
+}
+
+}  // namespace
+}  // namespace qb
