@@ -107,12 +107,8 @@ Vector3 clsShadow::FindDropPoint(const Vector3& probe, ShadowQuarter& record, ui
         record.quarter = quarter;
     };
 
-    const float px = pl.Posx() + pl.HorizontalVelocity();
-    const float pz = pl.Posz() + pl.ForwardVelocity();
-    for (int32_t i = 0; i <= t.BlockUpper; ++i) {
+    for (int32_t i : nearBlocks_) {
         const clsBlock& b = *t.blocks[static_cast<size_t>(i)];
-        const float bz = static_cast<float>(b.Zpos());
-        if (!(px + 1 > b.Xpos() && px < b.Xpos() + b.scaleX() + 1 && pz + 1 > bz && pz < bz + b.scalez() + 1)) continue;
         if (!SegmentPlaneHit(b.GetCollisionPlane(3), probe, down, hit)) continue;
         b.GetCollisionPlaneBounds(3, greatest, smallest);
         if (!InsideTop(hit, greatest, smallest)) continue;
@@ -178,6 +174,16 @@ void clsShadow::draw() {
     const float front = z + f, back = static_cast<float>(static_cast<double>(z + f) - 0.8);
     const Vector3 probes[4] = {{left, up, front}, {right, up, front}, {left, up, back}, {right, up, back}};
 
+    // Blocks pass a cheap test around the car's predicted position first;
+    // it is the same for all four corners.
+    nearBlocks_.clear();
+    const float px = x + pl.HorizontalVelocity(), pz = z + f;
+    for (int32_t i = 0; i <= t.BlockUpper; ++i) {
+        const clsBlock& b = *t.blocks[static_cast<size_t>(i)];
+        const float bz = static_cast<float>(b.Zpos());
+        if (px + 1 > b.Xpos() && px < b.Xpos() + b.scaleX() + 1 && pz + 1 > bz && pz < bz + b.scalez() + 1)
+            nearBlocks_.push_back(i);
+    }
     quarters_ = {};
     for (int q = 0; q < 4; ++q) drops_[q] = FindDropPoint(probes[q], quarters_[q], static_cast<uint8_t>(q + 1));
 

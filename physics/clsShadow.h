@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
@@ -59,6 +60,7 @@ private:
     std::array<Vector3, 4> origins_{};
     BufferId buffer_ = 0;
     TextureId texture_ = 0;
+    std::vector<int32_t> nearBlocks_;
 };
 
 }  // namespace qb
