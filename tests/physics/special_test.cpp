@@ -3,6 +3,7 @@
 
 #include "level/TrackObjects.h"
 #include "physics/clsParticles.h"
+#include "shell/GuiLink.h"
 
 namespace qb {
 namespace {
@@ -122,6 +123,7 @@ TEST(Stars, AStarIsTakenOnceWithABurstOfSparks) {
         if (d.frame({DIK_UP}).events & EventStar) ++taken;
     EXPECT_EQ(taken, 1);
     EXPECT_EQ(d.game().StarsCollected, 1);
+    EXPECT_EQ(FieldText(d.game(), 1), "Stars 1 / of 3");
     EXPECT_FALSE(d.game().track->stars[0]->visible());
     EXPECT_TRUE(d.game().track->stars[2]->visible());
     EXPECT_EQ(d.countSound(4), 1);
