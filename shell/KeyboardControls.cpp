@@ -54,9 +54,7 @@ void KeyboardControls::HandleKeyboard() {
         case qb::Options:
             if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
             break;
-        case qb::UserTrackChoice:
-            if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
-            break;
+        case qb::UserTrackChoice: UserTrackChoice(k); break;
         case qb::InstructionsPage1:
         case qb::InstructionsPage2:
         case qb::InstructionsPage3: Instructions(k); break;
@@ -194,13 +192,31 @@ void KeyboardControls::TrackChoice(const uint8_t* k) {
     if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->SetupScreen(2);
     if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
         game_.sound->PlayEffect(SfxTransit);
-        if (game_.levels->CurrentZone == 1) game_.sound->PlayMusic(MusicTrack);
+        // Every zone drives to the track music, as zone 1 does.
+        game_.sound->PlayMusic(MusicTrack);
         game_.startPlaying();
         game_.gui->SetupScreen(0);
         // The press that started the track must not make the car jump
         // until it has been let go.
         ReturnReleased = false;
         return;
+    }
+    if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
+}
+
+void KeyboardControls::UserTrackChoice(const uint8_t* k) {
+    // Browsed and started like the track choice of a zone.
+    Release(k, DIK_RETURN, ReturnReleased);
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->Click(25);
+    if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->Click(24);
+    if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
+        game_.gui->Click(26);
+        if (game_.GameState == qb::Playing) {
+            ReturnReleased = false;
+            return;
+        }
     }
     if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
 }
