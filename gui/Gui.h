@@ -1,5 +1,18 @@
-// The menu screens: 59 button slots and the text fields of the current screen.
+// The menu screens: 59 button slots loaded once, the text fields of the
+// current screen, and the one routine that sets a screen up from GameState.
+// The pointer arrives through GuiMouseMove / GuiMouseClick, the keyboard
+// handler moves CurrentTab and calls the same actions (Click, OpenZone ...).
 #pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "gui/GUI_Button.h"
+#include "gui/UserTracks.h"
+#include "gui/clsFontField.h"
 
 namespace qb {
 
@@ -7,25 +20,96 @@ class frmGame;
 
 class Gui {
 public:
-    explicit Gui(frmGame& game) : game_(game) {}
-    void LoadGuiBitmaps() {}
-    void SetupScreen(int b) { (void)b; }
-    void GuiMouseClick(float x, float y) {
-        (void)x;
-        (void)y;
-    }
-    void GuiMouseMove(float x, float y) {
-        (void)x;
-        (void)y;
-    }
+    static constexpr int32_t SlotCount = 59;
+    static constexpr int32_t ZoneCount = 6;
+    static constexpr int32_t TracksPerZone = 10;
+    // Colour keys of the bitmaps (ARGB).
+    static constexpr uint32_t KeyBlack = 0xFF000000u;
+    static constexpr uint32_t KeyGrey189 = 0xFFBDBDBDu;
+    static constexpr uint32_t KeyGrey198 = 0xFFC6C6C6u;
 
-    void OnLostDevice() {}
-    void OnRestoreDevice() {}
-    void OnChangeVideoMode() {}
-    void DrawButtons() {}
-    void DrawTextFields() {}
+    explicit Gui(frmGame& game);
+    ~Gui();
+    Gui(const Gui&) = delete;
+    Gui& operator=(const Gui&) = delete;
+
+    // Loads every slot from the gui folder; a missing bitmap throws.
+    void LoadGuiBitmaps();
+    // Builds the screen of the current GameState. Direction matters on the
+    // track choices: 0 keeps the track, 1 previous, 2 next, 3 only lights
+    // the "next" arrow.
+    void SetupScreen(int Direction);
+    void DisableAllButtons();
+    void ResetTabIndices();
+    void ClearMouseOver();
+
+    // Window pixels.
+    void GuiMouseMove(float X, float Y);
+    void GuiMouseClick(float X, float Y);
+
+    // The click table: performs the action of (GameState, slot); false when
+    // there is none. The keyboard uses it for its Return actions too.
+    bool Click(int32_t slot);
+    // The slot whose TabIndex is `tab`, 0 for none.
+    int32_t SlotWithTab(int32_t tab) const;
+    // Keyboard focus: on (+1) / back (-1) over 1..TabCount with wrap-around,
+    // shown as the highlight.
+    void MoveFocus(int32_t step);
+    // Moves the focus to the nearest keyboard stop in a screen direction
+    // (dx, dy each -1, 0 or 1); no stop that way leaves it where it is.
+    void MoveFocusToward(int32_t dx, int32_t dy);
+    // Return on the zone choice: opens the focused stop (zone A at its
+    // first track, another zone, the user tracks or the main menu).
+    void ActivateZoneChoiceFocus();
+
+    // Zones 1..6: zone z holds tracks 10(z-1)+1 .. 10z of levels.dat.
+    bool ZoneHasTracks(int32_t zone) const;
+    // Selects the zone at its first track and shows its track choice.
+    void OpenZone(int32_t zone);
+    // The maker's home page, shipped with the game (web/index.html).
+    std::string WebPageUrl() const;
+    void OpenWebSite();
+
+    void DrawButtons();
+    void DrawTextFields();
+    void OnLostDevice();
+    void OnRestoreDevice();
+    void OnChangeVideoMode();
+
+    GUI_Button& Button(int32_t slot) { return *Buttons.at(static_cast<size_t>(slot)); }
+    clsFontField& Field(int32_t i) { return *Fields.at(static_cast<size_t>(i)); }
+    bool HasField(int32_t i) const { return i >= 1 && i <= FieldCount && static_cast<size_t>(i) < Fields.size(); }
+
+    // Slots 1..59 ([0] unused); each created on first use.
+    std::array<std::unique_ptr<GUI_Button>, SlotCount + 1> Buttons;
+    // Fields of the current screen, 1..FieldCount ([0] unused).
+    std::vector<std::unique_ptr<clsFontField>> Fields;
+    int32_t FieldCount = 0;
+    int32_t CurrentTab = 0;
+    int32_t TabCount = 0;
+    // The user-made tracks found in usertracks/.
+    UserTracks userTracks;
 
 private:
+    void GoTo(int16_t state);
+    void NewFields(int32_t count);
+    clsFontField& AddField(int32_t i, int32_t top, int32_t bottom, int32_t left, int32_t right, int32_t size,
+                           int16_t r, int16_t g, int16_t b, const std::string& text);
+    void SetupMainMenu();
+    void SetupTrackChoice(int Direction);
+    void SetupUserTracks(int Direction);
+    void PlaceTrackChoiceButtons();
+    void FastestTimeFields();
+    void SetupPauseMenu();
+    void SetupOptions();
+    void SetupZoneChoice();
+    void SetupInstructions(int page);
+    void ShowVolumes();
+    void PreviewTrack(const std::string& sky);
+    bool ClickOptions(int32_t slot);
+    bool ClickZoneChoice(int32_t slot);
+    void StartSelectedTrack();
+
     frmGame& game_;
 };
 

@@ -10,8 +10,10 @@ Picture Button(int w, int h, const std::string& label, int px, bool lit, Rgb key
     pic.panel(0, 0, static_cast<float>(w), static_cast<float>(h), r, lit ? LitTop : ButtonTop,
               lit ? LitBottom : ButtonBottom);
     pic.border(0, 0, static_cast<float>(w), static_cast<float>(h), r, 2, lit ? Rgb{255, 244, 214} : p::Cyan);
-    // A soft highlight over the upper half.
-    pic.border(3, 3, static_cast<float>(w - 6), static_cast<float>(h) / 2, r - 2, 1, p::White, lit ? 0.5f : 0.25f);
+    // A soft gloss over the upper half.
+    for (int y = 3; y < h / 2; ++y)
+        for (int x = 3; x < w - 3; ++x)
+            if (pic.isInside(x, y)) pic.canvas.blend(x, y, p::White, lit ? 0.16f : 0.08f);
     TextStyle st;
     st.px = px;
     st.colour = lit ? Navy : p::White;

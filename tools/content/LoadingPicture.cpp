@@ -1,5 +1,6 @@
 // backgrounds/load.jpg: shown while the game starts. The night sky, a track
 // of floating blocks running off towards the horizon, the game's name.
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 
@@ -13,12 +14,19 @@ namespace {
 constexpr int W = 1024, H = 768;
 namespace p = palette;
 
-// One block seen from behind and above: top face, front face, a lit edge.
-void Block(Picture& pic, float cx, float cy, float w, float h, const Rgb& top, const Rgb& front) {
-    const float depth = h * 0.6f;
-    pic.panel(cx - w / 2, cy, w, depth, 2, Mix(top, p::White, 0.15f), top);
-    pic.panel(cx - w / 2, cy + depth, w, h, 2, front, Scale(front, 0.55f));
-    pic.canvas.line(cx - w / 2, cy + depth, cx + w / 2, cy + depth, std::max(1.0f, h * 0.08f), p::Cyan, 0.8f);
+// A trapezoid between two rows, each row given by its left and right x.
+void Quad(Canvas& c, float yTop, float l0, float r0, float yBottom, float l1, float r1, const Rgb& top,
+          const Rgb& bottom) {
+    for (int y = static_cast<int>(std::floor(yTop)); y <= static_cast<int>(std::ceil(yBottom)); ++y) {
+        if (y < 0 || y >= H) continue;
+        const float t = std::clamp((y + 0.5f - yTop) / std::max(1.0f, yBottom - yTop), 0.0f, 1.0f);
+        const float l = l0 + (l1 - l0) * t, r = r0 + (r1 - r0) * t;
+        for (int x = static_cast<int>(std::floor(l)); x <= static_cast<int>(std::ceil(r)); ++x) {
+            if (x < 0 || x >= W) continue;
+            const float cover = std::clamp(std::min(x + 1 - l, r - x), 0.0f, 1.0f);
+            c.blend(x, y, Mix(top, bottom, t), cover);
+        }
+    }
 }
 
 }  // namespace
@@ -45,15 +53,27 @@ void MakeLoadingPicture(const std::string& gameDir) {
             const float k = 0.55f * std::exp(-d * d);
             if (k > 0.003f) c.at(x, y) = Add(c.at(x, y), Scale(p::Magenta, k));
         }
-    // Floating blocks, far ones first; every fourth a special one.
-    const Rgb tops[] = {p::Steel, p::Steel, p::Orange, p::Steel, p::Ice, p::Steel, p::Gold, p::Steel};
-    for (int i = 11; i >= 0; --i) {
-        const float t = static_cast<float>(i) / 11.0f;  // 0 near, 1 far
-        const float scale = 1.0f / (1.0f + 3.2f * t);
-        const float cx = W / 2.0f + std::sin(t * 5.0f) * 150.0f * scale;
-        const float cy = 505 + 240 * scale - 60 * (1 - scale);
-        Block(pic, cx, cy, 300 * scale, 44 * scale, tops[i % 8], p::Deep);
-        if (i % 3 == 1) pic.star(cx, cy - 40 * scale, 16 * scale, 7 * scale, p::Gold, p::Orange);
+    // Floating blocks running off to the horizon, far ones first, with gaps
+    // between them; a few special ones and stars on the way.
+    const Rgb tops[] = {p::Steel, p::Steel, p::Orange, p::Steel, p::Ice, p::Steel, p::Gold, p::Steel, p::Teal, p::Steel};
+    constexpr float Horizon = 450, K = 230;
+    for (int i = 9; i >= 0; --i) {
+        const float d0 = 1.0f + 0.85f * static_cast<float>(i), d1 = d0 + 0.55f;
+        auto sx = [](float d, float lateral) { return W / 2.0f + lateral / d; };
+        const float lateral = 260.0f * std::sin(static_cast<float>(i) * 0.55f);
+        const float yNear = Horizon + K / d0, yFar = Horizon + K / d1;
+        const float halfNear = 170.0f / d0, halfFar = 170.0f / d1;
+        const float cNear = sx(d0, lateral), cFar = sx(d1, lateral);
+        const float thick = 40.0f / d0;
+        Quad(c, yFar, cFar - halfFar, cFar + halfFar, yNear, cNear - halfNear, cNear + halfNear,
+             Mix(tops[i], p::Black, 0.25f), tops[i]);
+        Quad(c, yNear, cNear - halfNear, cNear + halfNear, yNear + thick, cNear - halfNear, cNear + halfNear, p::Deep,
+             p::Night);
+        c.line(cNear - halfNear, yNear, cNear + halfNear, yNear, std::max(1.0f, 3.0f / d0), p::Cyan, 0.8f);
+        if (i % 3 == 1) {
+            const float r = 22.0f / d0;
+            pic.star((cNear + cFar) / 2, (yNear + yFar) / 2 - r * 1.6f, r, r * 0.45f, p::Gold, p::Orange);
+        }
     }
     for (size_t i = 0; i < pic.inside.size(); ++i) pic.inside[i] = 1;
 
@@ -74,7 +94,7 @@ void MakeLoadingPicture(const std::string& gameDir) {
     loading.px = 24;
     loading.colour = p::White;
     loading.shadow = true;
-    pic.text("Loading ...", W / 2.0f, 720, loading);
+    pic.text("Loading ...", W / 2.0f, 350, loading);
     c.saveJpg(gameDir + "backgrounds/load.jpg", 92);
 }
 

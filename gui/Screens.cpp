@@ -1,0 +1,286 @@
+// SetupScreen: which buttons a screen shows, its keyboard stops, its
+// highlight and its text fields.
+#include <cmath>
+#include <filesystem>
+#include <string>
+
+#include "audio/DXmusicSFX.h"
+#include "gui/Gui.h"
+#include "level/LevelStructure.h"
+#include "level/TrackObjects.h"
+#include "persist/Stats.h"
+#include "platform/D3DMath.h"
+#include "platform/DirectX.h"
+#include "platform/QuorbitDebug.h"
+#include "shell/frmGame.h"
+#include "world/clsBackground.h"
+
+namespace qb {
+
+namespace {
+
+// Leading and trailing characters of code 32 or below (blanks, NULs and
+// control characters) go.
+std::string TrimName(const std::string& s) {
+    size_t b = 0, e = s.size();
+    while (b < e && static_cast<unsigned char>(s[b]) <= 32) ++b;
+    while (e > b && static_cast<unsigned char>(s[e - 1]) <= 32) --e;
+    return s.substr(b, e - b);
+}
+
+std::string TimeText(int32_t seconds, int32_t hundredths) {
+    return std::to_string(seconds) + ":" + (hundredths < 10 ? "0" : "") + std::to_string(hundredths);
+}
+
+// The sky of each zone's track choice.
+const char* const ZoneSkies[Gui::ZoneCount + 1] = {"",          "_default.jpg", "bk001.jpg", "bk003.jpg",
+                                                   "bk006.jpg", "bk004.jpg",    "bk005.jpg"};
+
+}  // namespace
+
+void Gui::SetupScreen(int Direction) {
+    DisableAllButtons();
+    switch (game_.GameState) {
+        case MainMenu: SetupMainMenu(); break;
+        case Playing: {
+            ResetTabIndices();
+            const LevelStructure& lv = *game_.levels;
+            const int32_t stars = lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
+            NewFields(1);
+            const int32_t left = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetX + 500.0f));
+            AddField(1, 0, 200, left, 800, 18, 255, 255, 0, "Stars 0 / of " + std::to_string(stars));
+            break;
+        }
+        case TrackChoice:
+            // The track choice of the user tracks is their own screen.
+            if (userTracks.Active()) {
+                game_.GameState = UserTrackChoice;
+                SetupUserTracks(Direction);
+            } else {
+                SetupTrackChoice(Direction);
+            }
+            break;
+        case PauseMenu: SetupPauseMenu(); break;
+        case NameEntry:
+            Button(35).enabled(true);
+            NewFields(2);
+            AddField(1, 330, 450, 140, 660, 30, 255, 255, 0, clsFontField::NamePrompt);
+            AddField(2, 225, 300, 140, 660, 30, 0, 0, 0, "Your Time = ");
+            break;
+        case MadeIt:
+            Button(36).enabled(true);
+            NewFields(1);
+            AddField(1, 340, 450, 140, 660, 30, 0, 0, 0, "Test Time");
+            break;
+        case Options: SetupOptions(); break;
+        case ZoneChoice: SetupZoneChoice(); break;
+        case InstructionsPage1: SetupInstructions(1); break;
+        case InstructionsPage2: SetupInstructions(2); break;
+        case InstructionsPage3: SetupInstructions(3); break;
+        case UserTrackChoice: SetupUserTracks(Direction); break;
+        default: break;
+    }
+}
+
+void Gui::SetupMainMenu() {
+    userTracks.Deactivate(game_.levels, game_.stats);
+    game_.sound->StopMusic();
+    ClearMouseOver();
+    for (int32_t s : {1, 10, 19, 20, 21, 22, 23, 15}) Button(s).enabled(true);
+    ResetTabIndices();
+    for (int32_t i = 0; i < 5; ++i) Button(19 + i).TabIndex(i + 1);
+    Button(19).MouseOver(true);
+    CurrentTab = 1;
+    TabCount = 5;
+}
+
+void Gui::SetupPauseMenu() {
+    ResetTabIndices();
+    ClearMouseOver();
+    for (int32_t s : {30, 31, 32, 33, 34}) Button(s).enabled(true);
+    for (int32_t i = 0; i < 4; ++i) Button(31 + i).TabIndex(i + 1);
+    Button(32).MouseOver(true);
+    CurrentTab = 2;
+    TabCount = 4;
+}
+
+void Gui::PlaceTrackChoiceButtons() {
+    const DirectX& dx = *game_.dx;
+    // The offset counts twice here: these keep their distance from the
+    // bottom edge of the display.
+    Button(26).Y(dx.GuiOffsetY + 495.0f);
+    Button(25).Y(dx.GuiOffsetY + 475.0f);
+    Button(24).Y(dx.GuiOffsetY + 475.0f);
+}
+
+void Gui::SetupTrackChoice(int Direction) {
+    ResetTabIndices();
+    game_.sound->StopMusic();
+    for (int32_t s : {24, 25, 2, 26, 27, 28, 29, 51, 52}) Button(s).enabled(true);
+    PlaceTrackChoiceButtons();
+    LevelStructure& lv = *game_.levels;
+    switch (Direction) {
+        case 1:
+            lv.CurrentLevel -= 1;
+            Button(24).MouseOver(false);
+            Button(25).MouseOver(true);
+            break;
+        case 2:
+            lv.CurrentLevel += 1;
+            Button(25).MouseOver(false);
+            Button(24).MouseOver(true);
+            break;
+        case 3: Button(24).MouseOver(true); break;
+        default: break;
+    }
+    // A zone the file fills only in part ends at its last track.
+    if (lv.ZoneLastLevel > lv.LevelCount() && lv.LevelCount() >= lv.ZoneFirstLevel) lv.ZoneLastLevel = lv.LevelCount();
+    if (lv.CurrentLevel < lv.ZoneFirstLevel) lv.CurrentLevel = lv.ZoneLastLevel;
+    if (lv.CurrentLevel > lv.ZoneLastLevel) lv.CurrentLevel = lv.ZoneFirstLevel;
+    Button(lv.AllStars(lv.CurrentLevel) ? 42 : 43).enabled(true);
+
+    NewFields(11);
+    FastestTimeFields();
+    const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
+    AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255, 255, 255,
+             std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size));
+    LevelStat st;
+    const Stats& stats = *game_.stats;
+    if (lv.CurrentLevel >= 1 && lv.CurrentLevel <= stats.LevelCount())
+        st = stats.LevelStats[static_cast<size_t>(lv.CurrentLevel)];
+    AddField(8, 285, 315, 597, 764, 13, 255, 255, 255, FormatPlayTime(st.PlayTime));
+    AddField(9, 365, 390, 597, 764, 13, 255, 255, 255, std::to_string(st.BlownUp) + " Times");
+    AddField(10, 445, 475, 597, 764, 13, 255, 255, 255, std::to_string(st.FallenOff) + " Times");
+    AddField(11, 505, 535, 597, 764, 13, 255, 255, 255, std::to_string(st.Jumps) + " Times");
+
+    const int32_t zone = lv.CurrentZone >= 1 && lv.CurrentZone <= ZoneCount ? lv.CurrentZone : 1;
+    PreviewTrack(game_.BackgroundsPath + ZoneSkies[zone]);
+}
+
+// Fields 1 to 6: the names and times of the three fastest drives of the
+// current track (blank names and 0:00 where the file has none).
+void Gui::FastestTimeFields() {
+    const LevelStructure& lv = *game_.levels;
+    FastestTimes t;
+    if (lv.HasLevel(lv.CurrentLevel)) t = lv.Level(lv.CurrentLevel).Times;
+    for (int32_t p = 0; p < 3; ++p) {
+        AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255, TrimName(t.Names[static_cast<size_t>(p)]));
+        AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255,
+                 TimeText(t.Seconds[static_cast<size_t>(p)], t.Hundredths[static_cast<size_t>(p)]));
+    }
+}
+
+void Gui::PreviewTrack(const std::string& sky) {
+    DirectX& dx = *game_.dx;
+    // The base camera moved back 45 and up 10: the whole start of the track.
+    dx.View = MatrixLookAtLH(Vector3{0, 35, -63}, Vector3{0, 18, 0}, Vector3{0, 1, 0});
+    dx.device.setTransform(TransformKind::View, dx.View);
+    game_.track->BuildLevel(game_.levels->CurrentLevel, false);
+    if (game_.background->pictureName() != sky) game_.background->create(sky);
+}
+
+void Gui::SetupUserTracks(int Direction) {
+    ResetTabIndices();
+    game_.sound->StopMusic();
+    for (int32_t s : {24, 25, 2, 26, 27, 28, 29}) Button(s).enabled(true);
+    PlaceTrackChoiceButtons();
+    if (!userTracks.Active()) {
+        // Coming from the zone choice: look for new files every time.
+        const std::string folder = game_.platform.paths.gameDir + "usertracks/";
+        const std::string statsFolder = game_.platform.paths.writeDir + "usertracks/";
+        std::error_code ec;
+        std::filesystem::create_directories(statsFolder, ec);
+        std::vector<std::string> errors;
+        userTracks.Scan(folder, statsFolder, errors);
+        for (const std::string& e : errors) game_.debug->WriteLine(e);
+    }
+    if (Direction == 1) {
+        userTracks.Step(-1);
+        Button(24).MouseOver(false);
+        Button(25).MouseOver(true);
+    } else if (Direction == 2) {
+        userTracks.Step(1);
+        Button(25).MouseOver(false);
+        Button(24).MouseOver(true);
+    } else if (Direction == 3) {
+        Button(24).MouseOver(true);
+    }
+    NewFields(7);
+    const int32_t top7 = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f));
+    if (userTracks.Count() == 0) {
+        for (int32_t p = 0; p < 3; ++p) {
+            AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255, "No Name");
+            AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255, "0:0");
+        }
+        AddField(7, top7, 600, 300, 500, 13, 255, 255, 255, "0 / 0");
+        return;
+    }
+    userTracks.Activate(game_.levels, game_.stats);
+    FastestTimeFields();
+    AddField(7, top7, 600, 300, 500, 13, 255, 255, 255,
+             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()));
+    // The track's own sky when the game has it, else the first zone's.
+    const LevelStructure& lv = *game_.levels;
+    std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundName();
+    std::error_code ec;
+    if (lv.Level(lv.CurrentLevel).BackgroundName().empty() || !std::filesystem::is_regular_file(sky, ec))
+        sky = game_.BackgroundsPath + ZoneSkies[1];
+    PreviewTrack(sky);
+}
+
+void Gui::ShowVolumes() {
+    if (HasField(1)) Field(1).Set_Text(std::to_string(game_.sound->SfxVolume / 20 + 100) + "%");
+    if (HasField(2)) Field(2).Set_Text(std::to_string(game_.sound->MusicVolume) + "%");
+}
+
+void Gui::SetupOptions() {
+    ResetTabIndices();
+    for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13}) Button(s).enabled(true);
+    const int32_t mode = game_.dx->VideoMode;
+    Button(mode == 1 ? 54 : 53).enabled(true);
+    Button(mode == 2 ? 56 : 55).enabled(true);
+    NewFields(2);
+    AddField(1, 280, 350, 460, 535, 18, 0, 0, 0, "");
+    AddField(2, 335, 400, 460, 535, 18, 0, 0, 0, "");
+    ShowVolumes();
+}
+
+void Gui::SetupZoneChoice() {
+    userTracks.Deactivate(game_.levels, game_.stats);
+    ResetTabIndices();
+    for (int32_t s : {2, 4, 5, 6, 7, 8, 9, 59}) Button(s).enabled(true);
+    Button(2).TabIndex(1);
+    Button(4).TabIndex(2);
+    Button(59).TabIndex(3);
+    int32_t tab = 3;
+    for (int32_t z = 1; z <= ZoneCount; ++z) {
+        GUI_Button& zb = Button(3 + z);
+        const bool open = ZoneHasTracks(z);
+        // An empty zone shows as a faint ghost that nothing lights up.
+        zb.Rollover(open && zb.RolloverTexture() != 0);
+        zb.SetAlphaLevel(open ? 255 : 90);
+        if (open && z > 1) zb.TabIndex(++tab);
+        if (game_.levels->ZoneComplete(z)) Button(44 + z).enabled(true);
+    }
+    Button(4).MouseOver(true);
+    CurrentTab = 2;
+    TabCount = tab;
+}
+
+void Gui::SetupInstructions(int page) {
+    ResetTabIndices();
+    Button(1).enabled(true);
+    Button(2).enabled(true);
+    if (page == 1) {
+        Button(38).enabled(true);
+        Button(40).enabled(true);
+    } else if (page == 2) {
+        Button(3).enabled(true);
+    } else {
+        for (int32_t s : {39, 40, 41}) Button(s).enabled(true);
+    }
+    NewFields(1);
+    AddField(1, 525, 590, 680, 740, 8, 255, 255, 0, "Page " + std::to_string(page) + " / 3");
+}
+
+}  // namespace qb
