@@ -168,18 +168,15 @@ void KeyboardControls::ZoneChoice(const uint8_t* k) {
     Release(k, DIK_DOWN, DownReleased);
     Release(k, DIK_LEFT, LeftReleased);
     Release(k, DIK_RIGHT, RightReleased);
+    // The arrows move the focus over the zone pictures and the two buttons.
+    if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->MoveFocusToward(-1, 0);
+    if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->MoveFocusToward(1, 0);
+    if (Pressed(k, DIK_UP, UpReleased)) game_.gui->MoveFocusToward(0, -1);
+    if (Pressed(k, DIK_DOWN, DownReleased)) game_.gui->MoveFocusToward(0, 1);
     if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
-    if (k[DIK_RETURN] == Down) {
-        // Return always opens the first zone at its first track.
-        game_.GameState = qb::TrackChoice;
-        LevelStructure& levels = *game_.levels;
-        levels.CurrentZone = 1;
-        levels.ZoneFirstLevel = 1;
-        levels.ZoneLastLevel = 10;
-        levels.CurrentLevel = 1;
-        game_.sound->PlayEffect(SfxTransit);
-        game_.gui->SetupScreen(0);
-    }
+    // Return opens the focused stop; on zone A (where the screen starts)
+    // that is the first zone at its first track.
+    if (k[DIK_RETURN] == Down && game_.GameState == qb::ZoneChoice) game_.gui->ActivateZoneChoiceFocus();
     // The Return that leaves this screen must not also start a track.
     ReturnReleased = false;
 }
