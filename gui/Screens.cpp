@@ -213,6 +213,10 @@ void Gui::SetupUserTracks(int Direction) {
             AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255, "0:0");
         }
         AddField(7, top7, 600, 300, 500, 13, 255, 255, 255, "0 / 0");
+        // Nothing to show behind the menu but the sky.
+        game_.track->BuildLevel(LevelRecord{}, false);
+        if (game_.background->pictureName() != game_.BackgroundsPath + ZoneSkies[1])
+            game_.background->create(game_.BackgroundsPath + ZoneSkies[1]);
         return;
     }
     userTracks.Activate(game_.levels, game_.stats);

@@ -219,6 +219,7 @@ void frmGame::RenderFrame() {
             DrawTextFields();
             break;
         case TrackChoice:
+        case UserTrackChoice:
             DrawWorld(true);
             DrawButtons();
             DrawTextFields();
@@ -233,7 +234,6 @@ void frmGame::RenderFrame() {
         case InstructionsPage1:
         case InstructionsPage2:
         case InstructionsPage3:
-        case UserTrackChoice:
             background->draw();
             DrawButtons();
             DrawTextFields();
