@@ -22,7 +22,6 @@ class frmGame;
 
 class clsPlayer {
 public:
-    static constexpr float Acceleration = 0.02f;  // documentation; the sums use the double 0.02
     static constexpr float TopSpeed = 0.6f;
     static constexpr float NormalFriction = 0.04f;
     static constexpr float IceFriction = 0.01f;
