@@ -33,6 +33,7 @@ GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
         base = std::string(home) + "/.local/share";
     else
         base = "/tmp";
+    while (base.size() > 1 && base.back() == '/') base.pop_back();
     p.writeDir = withSlash(base + "/quorbit");
     std::error_code ec;
     fs::create_directories(p.writeDir, ec);
