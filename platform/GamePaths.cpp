@@ -26,14 +26,17 @@ GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
     p.writeDir = p.gameDir;
     if (gameDirWritable) return p;
 
+    auto noSlash = [](std::string d) {
+        while (d.size() > 1 && d.back() == '/') d.pop_back();
+        return d;
+    };
     std::string base;
     if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg && *xdg)
-        base = xdg;
+        base = noSlash(xdg);
     else if (const char* home = std::getenv("HOME"); home && *home)
-        base = std::string(home) + "/.local/share";
+        base = noSlash(home) + "/.local/share";
     else
         base = "/tmp";
-    while (base.size() > 1 && base.back() == '/') base.pop_back();
     p.writeDir = withSlash(base + "/quorbit");
     std::error_code ec;
     fs::create_directories(p.writeDir, ec);
