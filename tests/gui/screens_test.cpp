@@ -1,0 +1,289 @@
+// The screens: what each one enables, its keyboard stops, highlight and
+// text fields; the pointer's highlight and click rules; the options.
+#include <gtest/gtest.h>
+
+#include "level/TrackObjects.h"
+#include "persist/Stats.h"
+#include "persist/optionsDat.h"
+#include "tests/gui/GuiTestGame.h"
+#include "world/clsBackground.h"
+
+namespace qb {
+namespace {
+
+using test::GuiGame;
+using V = std::vector<int>;
+
+TEST(Screens, MainMenuAfterStartUp) {
+    GuiGame t("mainmenu");
+    ASSERT_TRUE(t.start());
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    EXPECT_EQ(t.enabled(), (V{1, 10, 15, 19, 20, 21, 22, 23}));
+    for (int s = 19; s <= 23; ++s) EXPECT_EQ(t.button(s).TabIndex(), s - 18);
+    EXPECT_EQ(t.highlighted(), V{19});
+    EXPECT_EQ(t.gui().CurrentTab, 1);
+    EXPECT_EQ(t.gui().TabCount, 5);
+    EXPECT_EQ(t.gui().FieldCount, 0);
+    // Translucent backdrops as loaded.
+    EXPECT_EQ(t.button(10).GetAlphaLevel(), 160);
+    EXPECT_TRUE(t.button(27).AlphaOn());
+    EXPECT_FALSE(t.button(1).AlphaOn());
+}
+
+TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
+    GuiGame t("table");
+    ASSERT_TRUE(t.start());
+    t.show(PauseMenu);
+    EXPECT_EQ(t.enabled(), (V{30, 31, 32, 33, 34}));
+    EXPECT_EQ(t.highlighted(), V{32});
+    EXPECT_EQ(t.gui().CurrentTab, 2);
+    EXPECT_EQ(t.gui().TabCount, 4);
+
+    t.game->levels->CurrentLevel = 3;  // three stars
+    t.show(Playing);
+    EXPECT_TRUE(t.enabled().empty());
+    ASSERT_EQ(t.gui().FieldCount, 1);
+    EXPECT_EQ(t.field(1), "Stars 0 / of 3");
+    EXPECT_EQ(t.gui().Field(1).Left(), 500);
+    EXPECT_EQ(t.gui().Field(1).Colour(), 0xFFFFFF00u);
+    // The pause menu keeps the star counter's field.
+    t.show(PauseMenu);
+    EXPECT_EQ(t.field(1), "Stars 0 / of 3");
+
+    t.show(NameEntry);
+    EXPECT_EQ(t.enabled(), V{35});
+    EXPECT_EQ(t.field(1), "Your NAME");
+    EXPECT_EQ(t.field(2), "Your Time = ");
+    EXPECT_EQ(t.gui().Field(1).Get_Fontsize(), 30);
+    t.show(MadeIt);
+    EXPECT_EQ(t.enabled(), V{36});
+    EXPECT_EQ(t.field(1), "Test Time");
+
+    const V pages[] = {{1, 2, 38, 40}, {1, 2, 3}, {1, 2, 39, 40, 41}};
+    for (int p = 0; p < 3; ++p) {
+        t.show(static_cast<int16_t>(InstructionsPage1 + p));
+        EXPECT_EQ(t.enabled(), pages[p]);
+        EXPECT_EQ(t.field(1), "Page " + std::to_string(p + 1) + " / 3");
+        EXPECT_EQ(t.gui().Field(1).Right(), 740);
+        EXPECT_EQ(t.gui().Field(1).Get_Fontsize(), 8);
+    }
+    t.show(ZoneChoice);
+    EXPECT_EQ(t.enabled(), (V{2, 4, 5, 6, 7, 8, 9, 59}));
+    EXPECT_EQ(t.button(2).TabIndex(), 1);
+    EXPECT_EQ(t.button(4).TabIndex(), 2);
+    EXPECT_EQ(t.button(59).TabIndex(), 3);
+    EXPECT_EQ(t.highlighted(), V{4});
+    EXPECT_EQ(t.gui().CurrentTab, 2);
+    // Loading draws no screen and leaves everything off.
+    t.show(Loading);
+    EXPECT_TRUE(t.enabled().empty());
+}
+
+TEST(Screens, OptionsShowTheVolumesAndTheModeInUse) {
+    GuiGame t("options");
+    ASSERT_TRUE(t.start());
+    t.game->sound->SetSfxVolume(-400);
+    t.game->sound->SetMusicVolume(70);
+    t.click(20);
+    EXPECT_EQ(t.game->GameState, Options);
+    EXPECT_EQ(t.effectsPlayed(9), 1);
+    EXPECT_EQ(t.field(1), "80%");
+    EXPECT_EQ(t.field(2), "70%");
+    EXPECT_EQ(t.gui().Field(1).Colour(), 0xFF000000u);
+    // A fresh options file holds video mode 0: neither mode button is marked.
+    const V plain{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 53, 55};
+    EXPECT_EQ(t.enabled(), plain);
+    t.game->dx->VideoMode = 1;
+    t.show(Options);
+    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 54, 55}));
+}
+
+TEST(Screens, VolumeButtonsStopAtTheirBounds) {
+    GuiGame t("volumes");
+    ASSERT_TRUE(t.start());
+    t.game->sound->SetSfxVolume(-2000);
+    t.game->sound->SetMusicVolume(100);
+    t.show(Options);
+    t.click(16);
+    EXPECT_EQ(t.game->sound->SfxVolume, -2000);
+    EXPECT_EQ(t.field(1), "0%");
+    t.click(18);
+    EXPECT_EQ(t.field(2), "100%");
+    t.click(17);
+    EXPECT_EQ(t.field(1), "10%");
+    t.click(37);
+    EXPECT_EQ(t.field(2), "90%");
+    EXPECT_EQ(t.game->options->Options.MusicVolume, 90);
+}
+
+TEST(Pointer, HighlightsOnlyButtonsWithARolloverAndMovesTheFocus) {
+    GuiGame t("pointer");
+    ASSERT_TRUE(t.start());
+    // The backdrop has no roll-over picture: the highlight stays on Play.
+    t.game->Form_MouseMove(200, 250);
+    EXPECT_EQ(t.highlighted(), V{19});
+    t.pointAt(20);
+    EXPECT_EQ(t.highlighted(), V{20});
+    EXPECT_EQ(t.gui().CurrentTab, 2);
+    // Off every button: the last highlight stays.
+    t.game->Form_MouseMove(5, 5);
+    EXPECT_EQ(t.highlighted(), V{20});
+    t.gui().MoveFocus(1);
+    EXPECT_EQ(t.highlighted(), V{21});
+    // The roll-over sound: once for the highlight, when it is drawn.
+    const int before = t.effectsPlayed(8);
+    t.game->RenderFrame();
+    t.game->RenderFrame();
+    EXPECT_EQ(t.effectsPlayed(8), before + 1);
+    // Focus wraps both ways.
+    t.gui().CurrentTab = 5;
+    t.gui().MoveFocus(1);
+    EXPECT_EQ(t.gui().CurrentTab, 1);
+    EXPECT_EQ(t.highlighted(), V{19});
+    t.gui().MoveFocus(-1);
+    EXPECT_EQ(t.highlighted(), V{23});
+}
+
+TEST(Pointer, AClickOnTheBorderDoesNothingAndOneInsideActs) {
+    GuiGame t("click");
+    ASSERT_TRUE(t.start());
+    GUI_Button& play = t.button(19);
+    t.game->Form_MouseDown(1, play.X(), play.Y() + 10);
+    t.game->Form_MouseDown(1, play.X() + 10, play.Y() + play.height());
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    t.game->Form_MouseDown(1, play.X() + 1, play.Y() + 1);
+    EXPECT_EQ(t.game->GameState, ZoneChoice);
+    // Main Menu goes back; a click in the empty sky does nothing.
+    t.game->Form_MouseDown(1, 790, 590);
+    EXPECT_EQ(t.game->GameState, ZoneChoice);
+    t.click(2);
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    t.click(21);
+    EXPECT_EQ(t.game->GameState, InstructionsPage1);
+    t.click(40);
+    EXPECT_EQ(t.game->GameState, InstructionsPage2);
+    t.show(InstructionsPage3);
+    t.click(40);
+    EXPECT_EQ(t.game->GameState, InstructionsPage1);
+    t.show(InstructionsPage3);
+    t.click(41);
+    EXPECT_EQ(t.game->GameState, InstructionsPage2);
+    t.show(InstructionsPage1);
+    t.click(2);
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    t.click(23);
+    EXPECT_EQ(t.game->GameState, Closing);
+    EXPECT_FALSE(t.game->GameRunning);
+}
+
+TEST(TrackChoice, ArrowsWrapOverTheZoneAndTheTableShows) {
+    GuiGame t("trackchoice", 12);
+    ASSERT_TRUE(t.start());
+    t.game->levels->Level(1).Times = test::Times(std::string("ANNA\0\0", 6) + " ", 5, 4);
+    t.show(ZoneChoice);
+    t.click(4);
+    ASSERT_EQ(t.game->GameState, TrackChoice);
+    EXPECT_EQ(t.game->levels->CurrentLevel, 1);
+    EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29, 43, 51, 52}));
+    ASSERT_EQ(t.gui().FieldCount, 11);
+    EXPECT_EQ(t.field(1), "ANNA");
+    EXPECT_EQ(t.field(4), "5:04");
+    EXPECT_EQ(t.field(2), "");
+    EXPECT_EQ(t.field(5), "0:00");
+    EXPECT_EQ(t.field(7), "1 / 10");
+    EXPECT_EQ(t.field(8), "0:00");
+    EXPECT_EQ(t.field(9), "0 Times");
+    EXPECT_EQ(t.game->track->BuiltLevel, 1);
+    EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/_default.jpg");
+    EXPECT_EQ(t.button(24).LayoutY(), 475);
+    EXPECT_EQ(t.button(26).LayoutY(), 495);
+
+    t.click(25);
+    EXPECT_EQ(t.game->levels->CurrentLevel, 10);
+    EXPECT_EQ(t.field(7), "10 / 10");
+    EXPECT_EQ(t.highlighted(), V{25});
+    t.click(24);
+    EXPECT_EQ(t.game->levels->CurrentLevel, 1);
+    EXPECT_EQ(t.field(7), "1 / 10");
+    EXPECT_EQ(t.game->track->BuiltLevel, 1);
+
+    // The stats and the all-stars badge follow the track.
+    t.game->stats->LevelStats[2] = LevelStat{125000, 3, 4, 5};
+    t.game->levels->CurrentLevel = 2;
+    t.show(TrackChoice);
+    EXPECT_EQ(t.field(8), "2:05");
+    EXPECT_EQ(t.field(11), "5 Times");
+
+    // Play: the run starts to the track music.
+    t.game->sound->SetMusicVolume(50);
+    t.click(26);
+    EXPECT_EQ(t.game->GameState, Playing);
+    EXPECT_EQ(t.game->sound->CurrentMusic, 1);
+    EXPECT_EQ(t.field(1), "Stars 0 / of 2");
+}
+
+TEST(TrackChoice, AnyClickOnTheWonScreenReturnsWithTheNextArrowLit) {
+    GuiGame t("madeit");
+    ASSERT_TRUE(t.start());
+    t.game->levels->CurrentLevel = 4;
+    t.show(MadeIt);
+    t.game->Form_MouseDown(1, 3, 3);
+    EXPECT_EQ(t.game->GameState, TrackChoice);
+    EXPECT_EQ(t.game->levels->CurrentLevel, 4);
+    EXPECT_TRUE(t.button(24).IsMouseOver());
+}
+
+TEST(VideoMode, SwitchingTo1024x768ReplacesTheButtonsAndRebuildsTheScreen) {
+    GuiGame t("video");
+    ASSERT_TRUE(t.start());
+    t.game->dx->VideoMode = 1;
+    t.show(Options);
+    t.click(55);
+    EXPECT_EQ(t.game->dx->VideoMode, 2);
+    EXPECT_EQ(t.game->dx->GuiOffsetX, 112.0f);
+    EXPECT_EQ(t.game->dx->GuiOffsetY, 84.0f);
+    EXPECT_EQ(t.button(1).X(), 112.0f);
+    EXPECT_EQ(t.button(1).Y(), 164.0f);
+    EXPECT_EQ(t.button(1).Corners()[0].x, 112.0f);
+    EXPECT_TRUE(t.button(56).enabled());
+    EXPECT_FALSE(t.button(55).enabled());
+    EXPECT_TRUE(t.button(53).enabled());
+    EXPECT_EQ(t.gui().Field(1).Left(), 572);
+    EXPECT_EQ(t.game->options->Options.VideoMode, 2);
+    // The selected mode's button does nothing.
+    t.click(56);
+    EXPECT_EQ(t.game->dx->VideoMode, 2);
+    // The track choice's bottom buttons sit 84 lower within the layout.
+    t.show(TrackChoice);
+    EXPECT_EQ(t.button(24).LayoutY(), 475 + 84);
+    EXPECT_EQ(t.button(24).Y(), 475.0f + 84 + 84);
+    EXPECT_EQ(t.gui().Field(7).Top(), 550 + 84 + 84);
+    t.game->levels->CurrentLevel = 1;
+    t.show(Playing);
+    EXPECT_EQ(t.gui().Field(1).Left(), 724);
+    // And back.
+    t.show(Options);
+    t.click(53);
+    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
+    EXPECT_EQ(t.button(1).X(), 0.0f);
+    EXPECT_TRUE(t.button(54).enabled());
+}
+
+TEST(WebSite, OpensTheShippedHomePageAndSurvivesNoBrowser) {
+    GuiGame t("web");
+    ASSERT_TRUE(t.start());
+    t.click(22);
+    ASSERT_EQ(t.hp.window.openedUrls.size(), 1u);
+    const std::string url = t.hp.window.openedUrls[0];
+    ASSERT_EQ(url.rfind("file://", 0), 0u);
+    EXPECT_TRUE(std::filesystem::is_regular_file(url.substr(7)));
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    t.hp.window.urlOpens = false;
+    t.click(15);
+    EXPECT_EQ(t.hp.window.openedUrls.size(), 2u);
+    EXPECT_EQ(t.game->GameState, MainMenu);
+    EXPECT_TRUE(t.game->GameRunning);
+}
+
+}  // namespace
+}  // namespace qb

@@ -1,0 +1,213 @@
+// The button, the text field and the bitmap-size reader on their own.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+#include <stdexcept>
+
+#include "gui/BITMAP_Loader.h"
+#include "gui/GUI_Button.h"
+#include "gui/clsFontField.h"
+#include "platform/headless/HeadlessPlatform.h"
+
+namespace qb {
+namespace {
+
+const std::string Gui = std::string(QUORBIT_GAME_DIR) + "/gui/";
+
+struct ButtonRig {
+    HeadlessGraphics device;
+    float offX = 0, offY = 0;
+    std::vector<int16_t> sounds;
+    GUI_Button b{device, offX, offY, [this](int16_t n) { sounds.push_back(n); }};
+};
+
+TEST(BitmapLoader, ReadsWidthAndHeightFromTheHeaders) {
+    const std::string path = ::testing::TempDir() + "size.bmp";
+    unsigned char h[54] = {'B', 'M'};
+    h[14] = 40;
+    h[18] = 0x2C;  // width 300
+    h[19] = 0x01;
+    h[22] = 0xFE;  // height -2: a top-down bitmap, taken as it stands
+    h[23] = 0xFF;
+    h[24] = 0xFF;
+    h[25] = 0xFF;
+    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(h), sizeof h);
+    int32_t w = 0, ht = 0;
+    GetBitmapSize(path, w, ht);
+    EXPECT_EQ(w, 300);
+    EXPECT_EQ(ht, -2);
+    EXPECT_THROW(GetBitmapSize(::testing::TempDir() + "missing.bmp", w, ht), std::runtime_error);
+    std::ofstream(path, std::ios::binary | std::ios::trunc).write("BM", 2);
+    EXPECT_THROW(GetBitmapSize(path, w, ht), std::runtime_error);
+}
+
+TEST(Button, LoadsItsSizeAndPlacesItsCornersWithTheOffsets) {
+    ButtonRig r;
+    r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
+    EXPECT_EQ(r.b.width(), 220);
+    EXPECT_EQ(r.b.height(), 48);
+    EXPECT_EQ(r.b.GetAlphaLevel(), 255);
+    EXPECT_EQ(r.b.setrenderpass(), 1);
+    EXPECT_NE(r.b.Texture(), 0u);
+    EXPECT_FALSE(r.b.Rollover());
+    r.offX = 112;
+    r.offY = 84;
+    r.b.X(0);
+    r.b.Y(80);
+    EXPECT_EQ(r.b.X(), 112.0f);
+    EXPECT_EQ(r.b.Y(), 164.0f);
+    const auto& c = r.b.Corners();
+    // Right edge at width, bottom edge at height - 1; depth 1 only top left.
+    EXPECT_EQ(c[0].x, 112.0f);
+    EXPECT_EQ(c[0].y, 164.0f);
+    EXPECT_EQ(c[0].z, 1.0f);
+    EXPECT_EQ(c[1].x, 332.0f);
+    EXPECT_EQ(c[1].z, 0.0f);
+    EXPECT_EQ(c[2].y, 211.0f);
+    EXPECT_EQ(c[3].u, 1.0f);
+    EXPECT_EQ(c[3].v, 1.0f);
+    EXPECT_EQ(c[3].diffuse, 0xFFFFFFFFu);
+    // Places round half to even.
+    r.b.X(2.5f);
+    EXPECT_EQ(r.b.LayoutX(), 2);
+    r.b.X(3.5f);
+    EXPECT_EQ(r.b.LayoutX(), 4);
+    EXPECT_THROW(r.b.LoadRollover(Gui + "no_such_picture.bmp", 0), std::runtime_error);
+}
+
+TEST(Button, HitRuleIsStrictOnAllFourBorders) {
+    ButtonRig r;
+    r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
+    r.b.X(290);
+    r.b.Y(485);
+    for (const auto& [x, y, in] : std::vector<std::tuple<float, float, bool>>{
+             {290, 500, false}, {291, 500, true}, {510, 500, false}, {509, 500, true},
+             {400, 485, false}, {400, 486, true}, {400, 533, false}, {400, 532, true}})
+        EXPECT_EQ(r.b.Contains(x, y), in) << x << "," << y;
+    r.offX = 112;
+    r.offY = 84;
+    EXPECT_FALSE(r.b.Contains(300, 500));
+    EXPECT_TRUE(r.b.Contains(403, 570));
+}
+
+TEST(Button, RolloverSoundPlaysOncePerHighlight) {
+    ButtonRig r;
+    r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
+    r.b.LoadRollover(Gui + "quit_roll_over.bmp", 0xFF000000u);
+    r.b.MouseOverSFX(8);
+    r.b.enabled(true);
+    r.b.draw(1);
+    EXPECT_TRUE(r.sounds.empty());
+    EXPECT_EQ(r.device.boundTexture, r.b.Texture());
+    r.b.MouseOver(true);
+    r.b.draw(1);
+    r.b.draw(1);
+    EXPECT_EQ(r.sounds, std::vector<int16_t>{8});
+    EXPECT_EQ(r.device.boundTexture, r.b.RolloverTexture());
+    // One frame without the highlight, and it sounds again.
+    r.b.MouseOver(false);
+    r.b.draw(1);
+    r.b.MouseOver(true);
+    r.b.draw(1);
+    EXPECT_EQ(r.sounds, (std::vector<int16_t>{8, 8}));
+    // Losing the highlight without being drawn does not re-arm it.
+    r.b.MouseOver(false);
+    r.b.MouseOver(true);
+    r.b.draw(1);
+    EXPECT_EQ(r.sounds.size(), 2u);
+}
+
+TEST(Button, DrawsNothingWhenDisabledOrInAnotherPass) {
+    ButtonRig r;
+    r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
+    r.b.draw(1);
+    r.b.enabled(true);
+    r.b.draw(2);
+    EXPECT_EQ(r.device.drawCalls, 0);
+    EXPECT_TRUE(r.device.renderStates.empty());
+    EXPECT_TRUE(r.device.stageStates.empty());
+    r.b.draw(1);
+    EXPECT_EQ(r.device.drawCalls, 1);
+    EXPECT_EQ(r.device.renderStates[RenderState::ZWriteEnable], 1u);
+    EXPECT_EQ(r.device.renderStates[RenderState::AlphaBlendEnable], 0u);
+}
+
+TEST(Button, AlphaLevelTintsTheCornersAndOpaqueKeepsThem) {
+    ButtonRig r;
+    r.b.LoadTexture(Gui + "bdrop2.bmp", 0xFF000000u);
+    r.b.SetAlphaLevel(160);
+    EXPECT_TRUE(r.b.AlphaOn());
+    EXPECT_EQ(r.b.Corners()[0].diffuse, 0xA0FFFFFFu);
+    r.b.enabled(true);
+    r.b.draw(1);
+    // Drawn translucent, then the opaque states are back.
+    EXPECT_EQ(r.device.stageStates[TextureStageState::AlphaOp], static_cast<uint32_t>(TopSelectArg1));
+    EXPECT_EQ(r.device.renderStates[RenderState::DestBlend], static_cast<uint32_t>(BlendInvSrcAlpha));
+    r.b.SetAlphaLevel(255);
+    EXPECT_FALSE(r.b.AlphaOn());
+    EXPECT_EQ(r.b.GetAlphaLevel(), 160);
+    EXPECT_EQ(r.b.Corners()[0].diffuse, 0xA0FFFFFFu);
+}
+
+TEST(FontField, SetFieldAddsTheOffsetsInItsOwnArgumentOrder) {
+    HeadlessGraphics device;
+    float offX = 112, offY = 84;
+    clsFontField f(device, offX, offY);
+    f.Set_Field(525, 590, 680, 740);
+    EXPECT_EQ(f.Left(), 792);
+    EXPECT_EQ(f.Top(), 609);
+    EXPECT_EQ(f.Right(), 852);
+    EXPECT_EQ(f.Bottom(), 674);
+    f.Set_FontSize(13);
+    EXPECT_EQ(f.Get_Fontsize(), 13);
+    f.Set_Colour(255, 255, 0);
+    int16_t r = 0, g = 0, b = 0;
+    EXPECT_EQ(f.Get_Colour(r, g, b), 0xFFFFFF00u);
+    EXPECT_EQ(g, 255);
+    EXPECT_EQ(b, 0);
+}
+
+TEST(FontField, NameEntryEditing) {
+    HeadlessGraphics device;
+    float off = 0;
+    clsFontField f(device, off, off);
+    f.Set_Text("Your NAME");
+    f.concatString("A");
+    EXPECT_EQ(f.Get_String(), "A");
+    f.removeLastCharacter();
+    EXPECT_EQ(f.Get_String(), "");
+    f.removeLastCharacter();
+    EXPECT_EQ(f.Get_String(), "");
+    // A Backspace on the prompt only shortens it; letters then follow it.
+    f.Set_Text("Your NAME");
+    f.removeLastCharacter();
+    f.concatString("A");
+    EXPECT_EQ(f.Get_String(), "Your NAMA");
+}
+
+TEST(FontField, TheFontIsBuiltOncePerChangeNotPerFrame) {
+    HeadlessGraphics device;
+    float off = 0;
+    clsFontField f(device, off, off);
+    f.Set_FontName("Ariel");
+    f.Set_FontSize(18);
+    f.Set_Bold(true);
+    f.Set_Text("Stars 0 / of 3");
+    f.Render();
+    const FontId first = f.Font();
+    ASSERT_NE(first, 0u);
+    EXPECT_EQ(device.fonts.at(first), "Ariel:18:bold");
+    f.Render();
+    f.Set_Text("Stars 1 / of 3");
+    f.Render();
+    EXPECT_EQ(f.Font(), first);
+    EXPECT_EQ(device.textDrawn.back(), "Stars 1 / of 3");
+    f.Set_FontSize(30);
+    f.Render();
+    EXPECT_NE(f.Font(), first);
+    EXPECT_EQ(device.fonts.size(), 1u);  // the old one was released
+}
+
+}  // namespace
+}  // namespace qb
