@@ -98,7 +98,8 @@ void SdlWindow::setBackBufferSize(int w, int h) {
 ViewRect SdlWindow::drawablePicture(int& drawableW, int& drawableH) const {
     drawableW = bufferW_;
     drawableH = bufferH_;
-    if (window_) SDL_GL_GetDrawableSize(window_, &drawableW, &drawableH);
+    if (window_ && !X11ActualWindowSize(window_, drawableW, drawableH))
+        SDL_GL_GetDrawableSize(window_, &drawableW, &drawableH);
     ViewRect r = LetterboxRect(drawableW, drawableH, bufferW_, bufferH_);
     r.y = drawableH - r.y - r.h;  // GL counts rows from the bottom
     return r;
@@ -106,7 +107,7 @@ ViewRect SdlWindow::drawablePicture(int& drawableW, int& drawableH) const {
 
 void SdlWindow::mouseToBackBuffer(int x, int y, float& bx, float& by) const {
     int w = bufferW_, h = bufferH_;
-    if (window_) SDL_GetWindowSize(window_, &w, &h);
+    if (window_ && !X11ActualWindowSize(window_, w, h)) SDL_GetWindowSize(window_, &w, &h);
     WindowToBackBuffer(LetterboxRect(w, h, bufferW_, bufferH_), bufferW_, bufferH_, static_cast<float>(x),
                        static_cast<float>(y), bx, by);
 }

@@ -52,6 +52,33 @@ void InstallX11Guard(SDL_Window* window) {
 
 bool X11WindowGone() { return windowGone; }
 
+bool X11ActualWindowSize(SDL_Window* window, int& w, int& h) {
+#ifdef SDL_VIDEO_DRIVER_X11
+    if (!window || windowGone) return false;
+    SDL_SysWMinfo info;
+    SDL_VERSION(&info.version);
+    if (!SDL_GetWindowWMInfo(window, &info) || info.subsystem != SDL_SYSWM_X11) return false;
+    using GetAttributes = Status (*)(Display*, Window, XWindowAttributes*);
+    static GetAttributes get = [] {
+        void* xlib = dlopen("libX11.so.6", RTLD_NOW | RTLD_NOLOAD);
+        // Xlib stays loaded by SDL for the whole run, so the pointer stays good.
+        GetAttributes f = xlib ? reinterpret_cast<GetAttributes>(dlsym(xlib, "XGetWindowAttributes")) : nullptr;
+        if (xlib) dlclose(xlib);
+        return f;
+    }();
+    XWindowAttributes a{};
+    if (!get || !get(info.info.x11.display, info.info.x11.window, &a) || a.width <= 0 || a.height <= 0) return false;
+    w = a.width;
+    h = a.height;
+    return true;
+#else
+    (void)window;
+    (void)w;
+    (void)h;
+    return false;
+#endif
+}
+
 bool X11DestroysWindow(const SDL_Event& e) {
 #ifdef SDL_VIDEO_DRIVER_X11
     if (e.type != SDL_SYSWMEVENT || !e.syswm.msg || e.syswm.msg->subsystem != SDL_SYSWM_X11) return false;

@@ -12,6 +12,10 @@ namespace qb {
 void InstallX11Guard(SDL_Window* window);
 // True once the window has been destroyed by the X server or another client.
 bool X11WindowGone();
+// The window's size as the X server has it. Without a window manager a
+// "full screen" window keeps its created size while SDL reports the
+// display's; drawing must follow the real one. False on other drivers.
+bool X11ActualWindowSize(SDL_Window* window, int& w, int& h);
 // Looks at one raw window-system event; true when it destroys our window.
 bool X11DestroysWindow(const SDL_Event& e);
 
