@@ -16,7 +16,11 @@ SdlWindow::SdlWindow(SdlKeyboard& keyboard, bool hidden, std::string iconPath)
 
 SdlWindow::~SdlWindow() {
     if (context_) SDL_GL_DeleteContext(context_);
-    if (window_ && !X11WindowGone()) SDL_DestroyWindow(window_);
+    // A window someone else destroyed must not be destroyed again: SDL's
+    // video shutdown would do just that, and Xlib ends the process on the
+    // error. The X server drops what is left when the connection closes.
+    if (X11WindowGone() || closedUnderUs_) return;
+    if (window_) SDL_DestroyWindow(window_);
     if (videoStarted_) SDL_QuitSubSystem(SDL_INIT_VIDEO);
 }
 
