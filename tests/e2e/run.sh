@@ -1,0 +1,104 @@
+#!/usr/bin/env bash
+# End to end, as a player meets the game: a fresh game folder, the real
+# quorbit in a virtual display, the menus clicked and keyed with xdotool, track
+# 1 driven to the finish, a name entered, the game quit and started again, and
+# the name found in the fastest-times table, in levels.dat and on screen.
+# Usage: tests/e2e/run.sh BUILD_DIR
+set -euo pipefail
+build="$(cd "${1:?usage: run.sh BUILD_DIR}" && pwd)"
+here="$(cd "$(dirname "$0")" && pwd)"
+work="$(mktemp -d /tmp/quorbit-e2e.XXXXXX)"
+shots="${QUORBIT_E2E_SHOTS:-$work/shots}"
+mkdir -p "$shots"
+game="$work/game"
+cp -r "$build/game" "$game"
+rm -f "$game"/options.dat "$game"/stats.dat "$game"/Debug.txt "$game"/*.tmp
+
+display=":$(( 70 + RANDOM % 20 ))"
+Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+xvfb=$!
+pid=""
+cleanup() {
+  [ -n "$pid" ] && kill "$pid" 2>/dev/null || true
+  kill "$xvfb" 2>/dev/null || true
+}
+trap cleanup EXIT
+export DISPLAY="$display"
+# A sound device that is always there, so start-up goes all the way.
+export SDL_AUDIODRIVER=dummy
+for _ in $(seq 50); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+
+fail() { echo "e2e: FAILED: $*" >&2; echo "e2e: screenshots in $shots" >&2; exit 1; }
+shot() { import -window root "$shots/$1.png"; }
+# Layout pixel (x, y) of the 800x600 menu to a screen position; the game's
+# window is centred on the 1024x768 screen.
+click() {
+  xdotool mousemove $(( $1 + 112 )) $(( $2 + 84 )); sleep 0.2
+  xdotool click 1; sleep "${3:-0.8}"
+}
+# The game reads the keyboard's state once a pass: hold each key a moment.
+press() { xdotool keydown "$1"; sleep 0.15; xdotool keyup "$1"; sleep "${2:-0.3}"; }
+
+start_game() {
+  (cd "$game" && exec ./quorbit) >"$work/game.log" 2>&1 &
+  pid=$!
+  xdotool search --sync --name Quorbit >/dev/null
+  sleep 3
+  kill -0 "$pid" 2>/dev/null || fail "the game did not start: $(cat "$work/game.log")"
+}
+quit_game() {
+  xdotool search --name Quorbit windowclose >/dev/null 2>&1 || true
+  local code=0
+  wait "$pid" || code=$?
+  pid=""
+  [ "$code" -eq 0 ] || fail "the game ended with code $code"
+}
+
+echo "e2e: first start"
+start_game
+shot 01-main-menu
+click 400 289          # PLAY
+shot 02-zone-choice
+click 150 230 1.5      # zone A
+shot 03-track-choice
+press Return 1         # start track 1
+xdotool keydown Up
+for i in $(seq 40); do
+  sleep 1
+  [ "$i" -eq 3 ] && shot 04-driving
+done
+xdotool keyup Up
+shot 05-name-entry
+for k in T E S T E R; do press "$k" 0.2; done
+shot 06-name-typed
+press Return 1
+shot 07-back-at-track-choice
+quit_game
+
+"$game/quorbit-track" dump "$game/levels.dat" >"$work/dump.trk"
+grep -q 'TESTER' "$work/dump.trk" || fail "levels.dat holds no fastest time for TESTER"
+stats_size=$(stat -c %s "$game/stats.dat")
+[ "$stats_size" -ge 20 ] || fail "stats.dat was not written ($stats_size bytes)"
+# Track 1's play time (bytes 4..7 after the total) must have grown.
+played=$(od -An -t d4 -j 4 -N 4 "$game/stats.dat" | tr -d ' ')
+[ "$played" -gt 10000 ] || fail "stats.dat does not show the play ($played ms)"
+grep -q '"Initalise DirectSound = True"' "$game/Debug.txt" || fail "sound did not start"
+
+echo "e2e: second start"
+start_game
+click 400 289
+click 150 230 1.5
+shot 08-track-choice-again
+quit_game
+if command -v tesseract >/dev/null; then
+  # Place 1 of the fastest-times panel: white text, made black on white.
+  convert "$shots/08-track-choice-again.png" -crop 170x60+150+280 -resize 400% -colorspace Gray \
+    -threshold 85% -negate "$work/times.png"
+  tesseract "$work/times.png" "$work/times" >/dev/null 2>&1 || true
+  read=$(tr '\n' ' ' <"$work/times.txt")
+  grep -q 'TESTER' "$work/times.txt" || fail "the track choice does not show TESTER (read: $read)"
+  grep -Eq '[0-9]+:[0-9]{2}' "$work/times.txt" || fail "the track choice shows no time for TESTER (read: $read)"
+fi
+echo "e2e: passed (screenshots in $shots)"
+[ -n "${QUORBIT_E2E_SHOTS:-}" ] && rm -rf "$work"
+exit 0
