@@ -85,6 +85,9 @@ void Gui::SetupScreen(int Direction) {
 void Gui::SetupMainMenu() {
     userTracks.Deactivate(game_.levels, game_.stats);
     game_.sound->StopMusic();
+    // The loading picture says so: once loaded, the menus have their own sky.
+    if (game_.background->pictureName() == game_.BackgroundsPath + "load.jpg")
+        game_.background->create(game_.BackgroundsPath + "bk002.jpg");
     ClearMouseOver();
     for (int32_t s : {1, 10, 19, 20, 21, 22, 23, 15}) Button(s).enabled(true);
     ResetTabIndices();

@@ -24,6 +24,8 @@ TEST(Screens, MainMenuAfterStartUp) {
     EXPECT_EQ(t.gui().CurrentTab, 1);
     EXPECT_EQ(t.gui().TabCount, 5);
     EXPECT_EQ(t.gui().FieldCount, 0);
+    // The loading picture only stays for the loading.
+    EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/bk002.jpg");
     // Translucent backdrops as loaded.
     EXPECT_EQ(t.button(10).GetAlphaLevel(), 160);
     EXPECT_TRUE(t.button(27).AlphaOn());

@@ -84,34 +84,32 @@ Picture ZoneStar() {
     return pic;
 }
 
-// Headings over a place column: 1ST, 2ND, 3RD (key grey 189 between them).
+// One row of a table: a label band over a dark well where the game writes
+// the value (white text stays readable over the brightest sky).
+void TableRow(Picture& pic, float y, float w, float h, const char* label, const Rgb& colour) {
+    pic.panel(0, y, w, h, 8, Rgb{10, 14, 38}, Rgb{6, 8, 26});
+    pic.panel(0, y, w, 24, 8, Rgb{34, 46, 96}, Rgb{18, 24, 60});
+    pic.border(0, y, w, h, 8, 1, colour);
+    TextStyle st;
+    st.px = 14;
+    st.colour = colour;
+    pic.text(label, w / 2, y + 12, st);
+}
+
+// The places of the fastest-times table: badge, name, time (key grey 189
+// between the rows).
 Picture Places() {
-    Picture pic(170, 330, Key189);
+    Picture pic(170, 350, Key189);
     const char* const names[] = {"1ST", "2ND", "3RD"};
     const Rgb colours[] = {p::Gold, Rgb{214, 222, 236}, Rgb{222, 150, 90}};
-    for (int i = 0; i < 3; ++i) {
-        const float y = 60.0f + 100.0f * static_cast<float>(i);
-        pic.panel(0, y, 170, 24, 8, Rgb{30, 40, 86}, Rgb{14, 18, 46});
-        pic.border(0, y, 170, 24, 8, 1, colours[i]);
-        TextStyle st;
-        st.px = 15;
-        st.colour = colours[i];
-        pic.text(names[i], 85, y + 12, st);
-    }
+    for (int i = 0; i < 3; ++i) TableRow(pic, 60.0f + 100.0f * static_cast<float>(i), 170, 88, names[i], colours[i]);
     return pic;
 }
 
 Picture StatLabels() {
-    Picture pic(167, 245, Key189);
+    Picture pic(167, 276, Key189);
     const std::pair<float, const char*> rows[] = {{0, "TIME PLAYED"}, {80, "BLOWN UP"}, {160, "FALLEN OFF"}, {220, "JUMPS"}};
-    for (const auto& [y, label] : rows) {
-        pic.panel(0, y, 167, 24, 8, Rgb{30, 40, 86}, Rgb{14, 18, 46});
-        pic.border(0, y, 167, 24, 8, 1, p::Steel);
-        TextStyle st;
-        st.px = 14;
-        st.colour = p::Gold;
-        pic.text(label, 83.5f, y + 12, st);
-    }
+    for (const auto& [y, label] : rows) TableRow(pic, y, 167, 54, label, p::Gold);
     return pic;
 }
 
