@@ -1,0 +1,99 @@
+// The generated menu pictures: keyed the way the slot table says, sized so
+// that each screen's buttons fit the layout without covering each other.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "gui/BITMAP_Loader.h"
+#include "tests/gui/GuiTestGame.h"
+
+namespace qb {
+namespace {
+
+using test::GuiGame;
+
+struct Bmp {
+    int32_t w = 0, h = 0;
+    std::vector<uint8_t> bytes;
+    uint32_t pixel(int x, int y) const {  // 24-bit, bottom-up rows padded to 4 bytes
+        const uint32_t offset = bytes[10] | bytes[11] << 8 | bytes[12] << 16 | static_cast<uint32_t>(bytes[13]) << 24;
+        const size_t stride = (static_cast<size_t>(w) * 3 + 3) & ~size_t{3};
+        const size_t at = offset + static_cast<size_t>(h - 1 - y) * stride + static_cast<size_t>(x) * 3;
+        return 0xFF000000u | static_cast<uint32_t>(bytes[at + 2]) << 16 | static_cast<uint32_t>(bytes[at + 1]) << 8 |
+               bytes[at];
+    }
+};
+
+Bmp ReadBmp(const std::string& path) {
+    Bmp b;
+    std::ifstream in(path, std::ios::binary);
+    b.bytes.assign(std::istreambuf_iterator<char>(in), {});
+    GetBitmapSize(path, b.w, b.h);
+    return b;
+}
+
+TEST(Pictures, EveryButtonIsKeyedAroundItsShapeAndItsRolloverMatchesIt) {
+    GuiGame t("pictures");
+    ASSERT_TRUE(t.start());
+    Gui& g = t.gui();
+    const std::string dir = t.dir + "gui/";
+    int keyed = 0;
+    for (int s = 1; s <= Gui::SlotCount; ++s) {
+        if (s == 57 || s == 58) continue;
+        GUI_Button& b = g.Button(s);
+        ASSERT_GT(b.width(), 0) << s;
+        const std::string& file = t.hp.graphics.textures.at(b.Texture());
+        const Bmp bmp = ReadBmp(file);
+        ASSERT_EQ(bmp.bytes[28], 24) << file;
+        const uint32_t key = (s == 29 || s == 52) ? Gui::KeyGrey189 : (s >= 53 && s <= 56) ? Gui::KeyGrey198 : Gui::KeyBlack;
+        // Rounded shapes leave the key in the corner; something shows inside.
+        if (bmp.pixel(0, 0) == key) ++keyed;
+        int shown = 0;
+        for (int y = 0; y < bmp.h; y += 2)
+            for (int x = 0; x < bmp.w; x += 2) shown += bmp.pixel(x, y) != key;
+        EXPECT_GT(shown, bmp.w * bmp.h / 64) << file;  // a sixteenth of the picture at least
+        if (b.Rollover()) {
+            int32_t w = 0, h = 0;
+            GetBitmapSize(t.hp.graphics.textures.at(b.RolloverTexture()), w, h);
+            EXPECT_EQ(w, b.width()) << s;
+            EXPECT_EQ(h, b.height()) << s;
+        }
+    }
+    EXPECT_GE(keyed, 50);
+}
+
+TEST(Pictures, ScreensFitTheLayoutAndTheirButtonsDoNotOverlap) {
+    GuiGame t("layout", 60);
+    ASSERT_TRUE(t.start());
+    for (int16_t state : {MainMenu, TrackChoice, PauseMenu, Options, ZoneChoice, InstructionsPage1,
+                          InstructionsPage2, InstructionsPage3, UserTrackChoice, NameEntry, MadeIt}) {
+        t.show(state);
+        const std::vector<int> on = t.enabled();
+        for (int a : on) {
+            GUI_Button& ba = t.button(a);
+            EXPECT_GE(ba.X(), 0.0f) << state << " slot " << a;
+            EXPECT_LE(ba.X() + ba.width(), 800.0f) << state << " slot " << a;
+            EXPECT_LE(ba.Y() + ba.height(), 600.0f) << state << " slot " << a;
+            if (!ba.Rollover()) continue;
+            for (int b : on) {
+                GUI_Button& bb = t.button(b);
+                if (b <= a || !bb.Rollover()) continue;
+                const bool apart = ba.X() + ba.width() <= bb.X() || bb.X() + bb.width() <= ba.X() ||
+                                   ba.Y() + ba.height() <= bb.Y() || bb.Y() + bb.height() <= ba.Y();
+                EXPECT_TRUE(apart) << "screen " << state << ": slots " << a << " and " << b;
+            }
+        }
+    }
+    // Each zone's star marker sits on its zone's picture.
+    for (int z = 1; z <= 6; ++z) {
+        GUI_Button& zone = t.button(3 + z);
+        GUI_Button& mark = t.button(44 + z);
+        EXPECT_GE(mark.X(), zone.X());
+        EXPECT_LE(mark.X() + mark.width(), zone.X() + zone.width());
+        EXPECT_LE(mark.Y() + mark.height(), zone.Y() + zone.height());
+    }
+}
+
+}  // namespace
+}  // namespace qb
