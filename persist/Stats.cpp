@@ -99,13 +99,12 @@ bool Stats::FoldPlay(int32_t level, uint32_t elapsedMs) {
 }
 
 std::string FormatPlayTime(int32_t ms) {
+    // A negative time only comes from a damaged stats.dat: nothing was played.
+    if (ms < 0) ms = 0;
     const int32_t s = ms / 1000;
     const int32_t m = s / 60;
     const int32_t r = s % 60;
-    std::string out = std::to_string(m) + ":";
-    // Negative times only arise from a damaged file; show them plainly.
-    if (r >= 0 && r < 10) out += "0";
-    return out + std::to_string(r < 0 ? -r : r);
+    return std::to_string(m) + ":" + (r < 10 ? "0" : "") + std::to_string(r);
 }
 
 }  // namespace qb

@@ -1,5 +1,7 @@
 #include "shell/frmGame.h"
 
+#include <exception>
+
 #include "audio/DXmusicSFX.h"
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
@@ -63,11 +65,17 @@ void frmGame::Form_MouseMove(float x, float y) {
 }
 
 int frmGame::loadgame() {
-    if (!startup()) {
-        shutdown();
-        return exitCode;
+    // Something the game cannot do without (a menu picture, say) is explained
+    // in a message box and in Debug.txt, and the run ends: never a crash.
+    try {
+        if (startup()) runMainLoop();
+    } catch (const std::exception& e) {
+        const std::string why = std::string("Quorbit cannot go on: ") + e.what();
+        debug->WriteLine(why);
+        platform.window.messageBox(why);
+        GameRunning = false;
+        exitCode = 1;
     }
-    runMainLoop();
     shutdown();
     return exitCode;
 }
