@@ -28,23 +28,35 @@ DXmusicSFX::~DXmusicSFX() {
 
 const char* DXmusicSFX::EffectFile(int number) {
     switch (number) {
-        case 1: return "sfx/Jump.wav";
-        case 3: return "sfx/fall.wav";
-        case 4: return "sfx/getstar.wav";
-        case 5: return "sfx/blowup.wav";
-        case 6: return "sfx/bouncepad.wav";
-        case 7: return "sfx/turboplatform.wav";
-        case 8: return "sfx/rollover.wav";
-        case 9: return "sfx/transit.wav";
-        default: return "";
+        case 1:
+            return "sfx/Jump.wav";
+        case 3:
+            return "sfx/fall.wav";
+        case 4:
+            return "sfx/getstar.wav";
+        case 5:
+            return "sfx/blowup.wav";
+        case 6:
+            return "sfx/bouncepad.wav";
+        case 7:
+            return "sfx/turboplatform.wav";
+        case 8:
+            return "sfx/rollover.wav";
+        case 9:
+            return "sfx/transit.wav";
+        default:
+            return "";
     }
 }
 
 const char* DXmusicSFX::MusicFile(int piece) {
     switch (piece) {
-        case 1: return "music/track01.ogg";
-        case 7: return "music/winlevel.ogg";
-        default: return "";
+        case 1:
+            return "music/track01.ogg";
+        case 7:
+            return "music/winlevel.ogg";
+        default:
+            return "";
     }
 }
 

@@ -27,10 +27,12 @@ std::string Head() {
 // 150 road blocks, 20 ramps and 20 platforms beside the road, 10 stars on it.
 std::string MixedTrack() {
     std::string t = Head();
-    for (int i = 0; i < 150; ++i) t += " block -2 0 " + std::to_string(-5 + 4 * i) + " 4 1 4 tex wall wall wall road\n";
+    for (int i = 0; i < 150; ++i)
+        t += " block -2 0 " + std::to_string(-5 + 4 * i) + " 4 1 4 tex wall wall wall road\n";
     for (int i = 0; i < 20; ++i) t += " ramp 6 0 " + std::to_string(10 + 30 * i) + " 4 2 6 tex road wall\n";
     for (int i = 0; i < 20; ++i)
-        t += " platform -9 1 " + std::to_string(12 + 30 * i) + " 3 1 4 tex road dir right speed 5 dist 2 loop\n";
+        t += " platform -9 1 " + std::to_string(12 + 30 * i) +
+             " 3 1 4 tex road dir right speed 5 dist 2 loop\n";
     for (int i = 0; i < 10; ++i) t += " star 0 1 " + std::to_string(20 + 55 * i) + "\n";
     return t;
 }
@@ -38,18 +40,21 @@ std::string MixedTrack() {
 // 2000 blocks of one unit along the road.
 std::string LongTrack() {
     std::string t = Head();
-    for (int i = 0; i < 2000; ++i) t += " block -2 0 " + std::to_string(-5 + i) + " 4 1 1 tex wall wall wall road\n";
+    for (int i = 0; i < 2000; ++i)
+        t += " block -2 0 " + std::to_string(-5 + i) + " 4 1 1 tex wall wall wall road\n";
     return t;
 }
 
 struct BenchDir {
     std::string dir;
     explicit BenchDir(const std::string& name, const std::string& source) {
-        const fs::path d = fs::temp_directory_path() / ("quorbit-bench-" + name + "-" + std::to_string(::getpid()));
+        const fs::path d =
+            fs::temp_directory_path() / ("quorbit-bench-" + name + "-" + std::to_string(::getpid()));
         fs::remove_all(d);
         fs::create_directories(d);
         for (const char* sub : {"textures", "backgrounds", "models", "skins", "misc", "sfx", "music", "gui"})
-            if (fs::exists(fs::path(QUORBIT_GAME_DIR) / sub)) fs::create_directory_symlink(fs::path(QUORBIT_GAME_DIR) / sub, d / sub);
+            if (fs::exists(fs::path(QUORBIT_GAME_DIR) / sub))
+                fs::create_directory_symlink(fs::path(QUORBIT_GAME_DIR) / sub, d / sub);
         qb::TrackSource src;
         std::vector<qb::SourceError> errors;
         qb::ParseTrackSource(source, name, src, errors);
@@ -74,11 +79,16 @@ void PlayFrames(benchmark::State& state, const std::string& name, const std::str
     }
     const std::vector<uint8_t> keys{qb::DIK_UP};
     for (auto _ : state) benchmark::DoNotOptimize(run.Step(keys));
-    state.counters["frames/s"] = benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+    state.counters["frames/s"] =
+        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
 }
 
-void BM_PlayFrames200Objects(benchmark::State& state) { PlayFrames(state, "mixed", MixedTrack()); }
-void BM_PlayFrames2000Blocks(benchmark::State& state) { PlayFrames(state, "long", LongTrack()); }
+void BM_PlayFrames200Objects(benchmark::State& state) {
+    PlayFrames(state, "mixed", MixedTrack());
+}
+void BM_PlayFrames2000Blocks(benchmark::State& state) {
+    PlayFrames(state, "long", LongTrack());
+}
 
 BENCHMARK(BM_PlayFrames200Objects)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
 BENCHMARK(BM_PlayFrames2000Blocks)->Unit(benchmark::kMicrosecond)->MinTime(2.0);

@@ -19,6 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     std::vector<uint8_t> bytes(data, data + size);
     qb::Stats::Encode(bytes, total, levels);
     FUZZ_CHECK(bytes.size() == std::max(size, static_cast<size_t>(4 + 16 * count)));
-    for (size_t i = 0; i < size; ++i) FUZZ_CHECK(bytes[i] == data[i] || i >= 4 + 16 * static_cast<size_t>(count));
+    for (size_t i = 0; i < size; ++i)
+        FUZZ_CHECK(bytes[i] == data[i] || i >= 4 + 16 * static_cast<size_t>(count));
     return 0;
 }

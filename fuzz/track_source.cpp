@@ -26,7 +26,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     FUZZ_CHECK(qb::ReadLevelFile(bytes.data(), bytes.size(), read, error));
 
     qb::TrackSource again;
-    FUZZ_CHECK(qb::ParseTrackSource(qb::PrintTrackSource(read, 0, read.Levels.size(), true), "dump.trk", again, errors));
+    FUZZ_CHECK(qb::ParseTrackSource(qb::PrintTrackSource(read, 0, read.Levels.size(), true), "dump.trk",
+                                    again, errors));
     FUZZ_CHECK(qb::EncodeLevelFile(qb::JoinTrackSources({again})) == bytes);
     return 0;
 }

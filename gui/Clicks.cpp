@@ -19,9 +19,15 @@ bool Gui::Click(int32_t slot) {
     switch (game_.GameState) {
         case MainMenu:
             switch (slot) {
-                case 19: GoTo(ZoneChoice); return true;
-                case 20: GoTo(Options); return true;
-                case 21: GoTo(InstructionsPage1); return true;
+                case 19:
+                    GoTo(ZoneChoice);
+                    return true;
+                case 20:
+                    GoTo(Options);
+                    return true;
+                case 21:
+                    GoTo(InstructionsPage1);
+                    return true;
                 case 22:
                 case 15:
                     game_.sound->PlayEffect(SfxTransit);
@@ -32,12 +38,15 @@ bool Gui::Click(int32_t slot) {
                     game_.GameState = Closing;
                     game_.GameRunning = false;
                     return true;
-                default: return false;
+                default:
+                    return false;
             }
         case TrackChoice:
         case UserTrackChoice:
             switch (slot) {
-                case 2: GoTo(ZoneChoice); return true;
+                case 2:
+                    GoTo(ZoneChoice);
+                    return true;
                 case 24:
                     game_.sound->PlayEffect(SfxTransit);
                     SetupScreen(2);
@@ -46,8 +55,11 @@ bool Gui::Click(int32_t slot) {
                     game_.sound->PlayEffect(SfxTransit);
                     SetupScreen(1);
                     return true;
-                case 26: StartSelectedTrack(); return true;
-                default: return false;
+                case 26:
+                    StartSelectedTrack();
+                    return true;
+                default:
+                    return false;
             }
         case PauseMenu:
             switch (slot) {
@@ -74,29 +86,39 @@ bool Gui::Click(int32_t slot) {
                     game_.sound->PlayEffect(SfxTransit);
                     game_.GameState = Playing;
                     return true;
-                default: return false;
+                default:
+                    return false;
             }
-        case Options: return ClickOptions(slot);
-        case ZoneChoice: return ClickZoneChoice(slot);
+        case Options:
+            return ClickOptions(slot);
+        case ZoneChoice:
+            return ClickZoneChoice(slot);
         case InstructionsPage1:
         case InstructionsPage2:
         case InstructionsPage3: {
             // 2 back to the menu, 40 the next page, 41 the previous one.
             const int page = game_.GameState - InstructionsPage1;
-            if (slot == 2) GoTo(MainMenu);
-            else if (slot == 40) GoTo(static_cast<int16_t>(InstructionsPage1 + (page + 1) % 3));
-            else if (slot == 41) GoTo(static_cast<int16_t>(InstructionsPage1 + (page + 2) % 3));
-            else return false;
+            if (slot == 2)
+                GoTo(MainMenu);
+            else if (slot == 40)
+                GoTo(static_cast<int16_t>(InstructionsPage1 + (page + 1) % 3));
+            else if (slot == 41)
+                GoTo(static_cast<int16_t>(InstructionsPage1 + (page + 2) % 3));
+            else
+                return false;
             return true;
         }
-        default: return false;
+        default:
+            return false;
     }
 }
 
 bool Gui::ClickOptions(int32_t slot) {
     DXmusicSFX& s = *game_.sound;
     switch (slot) {
-        case 14: GoTo(MainMenu); return true;
+        case 14:
+            GoTo(MainMenu);
+            return true;
         case 16:
         case 17:
             s.SetSfxVolume(s.SfxVolume + (slot == 16 ? -200 : 200));
@@ -108,9 +130,14 @@ bool Gui::ClickOptions(int32_t slot) {
             s.SetMusicVolume(s.MusicVolume + (slot == 18 ? 10 : -10));
             ShowVolumes();
             return true;
-        case 53: game_.ChangeVideoMode(1); return true;
-        case 55: game_.ChangeVideoMode(2); return true;
-        default: return false;
+        case 53:
+            game_.ChangeVideoMode(1);
+            return true;
+        case 55:
+            game_.ChangeVideoMode(2);
+            return true;
+        default:
+            return false;
     }
 }
 
@@ -179,7 +206,8 @@ void Gui::StartSelectedTrack() {
 std::string Gui::WebPageUrl() const {
     std::error_code ec;
     const auto page = std::filesystem::absolute(game_.platform.paths.gameDir + "web/index.html", ec);
-    return "file://" + (ec ? game_.platform.paths.gameDir + "web/index.html" : page.lexically_normal().string());
+    return "file://" +
+           (ec ? game_.platform.paths.gameDir + "web/index.html" : page.lexically_normal().string());
 }
 
 void Gui::OpenWebSite() {

@@ -21,14 +21,18 @@ void GUI_Button::X(float iData) {
     Update(alpha_);
 }
 
-float GUI_Button::X() const { return static_cast<float>(x_) + offsetX_; }
+float GUI_Button::X() const {
+    return static_cast<float>(x_) + offsetX_;
+}
 
 void GUI_Button::Y(float iData) {
     y_ = static_cast<int32_t>(std::nearbyint(iData));
     Update(alpha_);
 }
 
-float GUI_Button::Y() const { return static_cast<float>(y_) + offsetY_; }
+float GUI_Button::Y() const {
+    return static_cast<float>(y_) + offsetY_;
+}
 
 TextureId GUI_Button::loadPicture(const std::string& path, uint32_t colourKey) {
     GetBitmapSize(path, width_, height_);

@@ -174,7 +174,8 @@ void Gui::MoveFocusToward(int32_t dx, int32_t dy) {
     const int32_t from = SlotWithTab(CurrentTab);
     if (from == 0) return;
     const GUI_Button& f = Button(from);
-    const float fx = f.X() + static_cast<float>(f.width()) / 2, fy = f.Y() + static_cast<float>(f.height()) / 2;
+    const float fx = f.X() + static_cast<float>(f.width()) / 2,
+                fy = f.Y() + static_cast<float>(f.height()) / 2;
     int32_t best = 0;
     float bestScore = std::numeric_limits<float>::max();
     for (int32_t i = 1; i <= SlotCount; ++i) {
@@ -211,11 +212,13 @@ void Gui::DrawTextFields() {
 }
 
 void Gui::OnLostDevice() {
-    for (int32_t i = 1; i <= FieldCount && static_cast<size_t>(i) < Fields.size(); ++i) Field(i).OnLostDevice();
+    for (int32_t i = 1; i <= FieldCount && static_cast<size_t>(i) < Fields.size(); ++i)
+        Field(i).OnLostDevice();
 }
 
 void Gui::OnRestoreDevice() {
-    for (int32_t i = 1; i <= FieldCount && static_cast<size_t>(i) < Fields.size(); ++i) Field(i).onRestoreDevice();
+    for (int32_t i = 1; i <= FieldCount && static_cast<size_t>(i) < Fields.size(); ++i)
+        Field(i).onRestoreDevice();
 }
 
 void Gui::OnChangeVideoMode() {

@@ -78,7 +78,9 @@ public:
 
     GUI_Button& Button(int32_t slot) { return *Buttons.at(static_cast<size_t>(slot)); }
     clsFontField& Field(int32_t i) { return *Fields.at(static_cast<size_t>(i)); }
-    bool HasField(int32_t i) const { return i >= 1 && i <= FieldCount && static_cast<size_t>(i) < Fields.size(); }
+    bool HasField(int32_t i) const {
+        return i >= 1 && i <= FieldCount && static_cast<size_t>(i) < Fields.size();
+    }
 
     // Slots 1..59 ([0] unused); each created on first use.
     std::array<std::unique_ptr<GUI_Button>, SlotCount + 1> Buttons;

@@ -41,7 +41,9 @@ const char* const ZoneSkies[Gui::ZoneCount + 1] = {"",          "_default.jpg", 
 void Gui::SetupScreen(int Direction) {
     DisableAllButtons();
     switch (game_.GameState) {
-        case MainMenu: SetupMainMenu(); break;
+        case MainMenu:
+            SetupMainMenu();
+            break;
         case Playing: {
             ResetTabIndices();
             const LevelStructure& lv = *game_.levels;
@@ -60,7 +62,9 @@ void Gui::SetupScreen(int Direction) {
                 SetupTrackChoice(Direction);
             }
             break;
-        case PauseMenu: SetupPauseMenu(); break;
+        case PauseMenu:
+            SetupPauseMenu();
+            break;
         case NameEntry:
             Button(35).enabled(true);
             NewFields(2);
@@ -72,13 +76,26 @@ void Gui::SetupScreen(int Direction) {
             NewFields(1);
             AddField(1, 340, 450, 140, 660, 30, 0, 0, 0, "Test Time");
             break;
-        case Options: SetupOptions(); break;
-        case ZoneChoice: SetupZoneChoice(); break;
-        case InstructionsPage1: SetupInstructions(1); break;
-        case InstructionsPage2: SetupInstructions(2); break;
-        case InstructionsPage3: SetupInstructions(3); break;
-        case UserTrackChoice: SetupUserTracks(Direction); break;
-        default: break;
+        case Options:
+            SetupOptions();
+            break;
+        case ZoneChoice:
+            SetupZoneChoice();
+            break;
+        case InstructionsPage1:
+            SetupInstructions(1);
+            break;
+        case InstructionsPage2:
+            SetupInstructions(2);
+            break;
+        case InstructionsPage3:
+            SetupInstructions(3);
+            break;
+        case UserTrackChoice:
+            SetupUserTracks(Direction);
+            break;
+        default:
+            break;
     }
 }
 
@@ -133,11 +150,15 @@ void Gui::SetupTrackChoice(int Direction) {
             Button(25).MouseOver(false);
             Button(24).MouseOver(true);
             break;
-        case 3: Button(24).MouseOver(true); break;
-        default: break;
+        case 3:
+            Button(24).MouseOver(true);
+            break;
+        default:
+            break;
     }
     // A zone the file fills only in part ends at its last track.
-    if (lv.ZoneLastLevel > lv.LevelCount() && lv.LevelCount() >= lv.ZoneFirstLevel) lv.ZoneLastLevel = lv.LevelCount();
+    if (lv.ZoneLastLevel > lv.LevelCount() && lv.LevelCount() >= lv.ZoneFirstLevel)
+        lv.ZoneLastLevel = lv.LevelCount();
     if (lv.CurrentLevel < lv.ZoneFirstLevel) lv.CurrentLevel = lv.ZoneLastLevel;
     if (lv.CurrentLevel > lv.ZoneLastLevel) lv.CurrentLevel = lv.ZoneFirstLevel;
     Button(lv.AllStars(lv.CurrentLevel) ? 42 : 43).enabled(true);
@@ -145,7 +166,8 @@ void Gui::SetupTrackChoice(int Direction) {
     NewFields(11);
     FastestTimeFields();
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
-    AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255, 255, 255,
+    AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255,
+             255, 255,
              std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size));
     LevelStat st;
     const Stats& stats = *game_.stats;
@@ -167,7 +189,8 @@ void Gui::FastestTimeFields() {
     FastestTimes t;
     if (lv.HasLevel(lv.CurrentLevel)) t = lv.Level(lv.CurrentLevel).Times;
     for (int32_t p = 0; p < 3; ++p) {
-        AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255, TrimName(t.Names[static_cast<size_t>(p)]));
+        AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255,
+                 TrimName(t.Names[static_cast<size_t>(p)]));
         AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255,
                  TimeText(t.Seconds[static_cast<size_t>(p)], t.Hundredths[static_cast<size_t>(p)]));
     }

@@ -20,7 +20,8 @@ struct UserTracks::File {
 UserTracks::UserTracks() = default;
 UserTracks::~UserTracks() = default;
 
-void UserTracks::Scan(const std::string& folder, const std::string& statsFolder, std::vector<std::string>& errors) {
+void UserTracks::Scan(const std::string& folder, const std::string& statsFolder,
+                      std::vector<std::string>& errors) {
     files_.clear();
     tracks_.clear();
     Current = 0;
@@ -85,6 +86,8 @@ const std::string& UserTracks::FileName(int32_t i) const {
     return files_.at(tracks_.at(static_cast<size_t>(i - 1)).file)->name;
 }
 
-int32_t UserTracks::TrackInFile(int32_t i) const { return tracks_.at(static_cast<size_t>(i - 1)).level; }
+int32_t UserTracks::TrackInFile(int32_t i) const {
+    return tracks_.at(static_cast<size_t>(i - 1)).level;
+}
 
 }  // namespace qb

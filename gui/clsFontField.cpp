@@ -27,8 +27,8 @@ void clsFontField::Set_Colour(int16_t R, int16_t G, int16_t b) {
     red_ = R;
     green_ = G;
     blue_ = b;
-    colour_ = 0xFF000000u | (static_cast<uint32_t>(R) & 0xFFu) << 16 | (static_cast<uint32_t>(G) & 0xFFu) << 8 |
-              (static_cast<uint32_t>(b) & 0xFFu);
+    colour_ = 0xFF000000u | (static_cast<uint32_t>(R) & 0xFFu) << 16 |
+              (static_cast<uint32_t>(G) & 0xFFu) << 8 | (static_cast<uint32_t>(b) & 0xFFu);
 }
 
 // A GL font lives as long as its context, which a reset keeps; the hooks

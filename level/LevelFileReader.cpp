@@ -115,8 +115,7 @@ void readTextureCount(Cursor& c, LevelRecord& rec) {
     // Every name takes at least its 2-byte length, which bounds any real count.
     const double limit = static_cast<double>(c.left() / 2);
     const double whole = std::isfinite(value) ? std::nearbyint(value) : -1.0;
-    if (!(whole >= 1.0))
-        c.fail(at, "texture count " + std::to_string(value) + " is below 1");
+    if (!(whole >= 1.0)) c.fail(at, "texture count " + std::to_string(value) + " is below 1");
     if (whole > limit)
         c.fail(at, "texture count " + std::to_string(value) + " is larger than the " +
                        std::to_string(c.left()) + " bytes left can hold");
@@ -184,8 +183,9 @@ void readIndex(Cursor& c, LevelFile& out) {
     // they are read, so a short file is reported where it ends.
     const uint64_t indexBytes = static_cast<uint64_t>(count) * 8;
     if (indexBytes > c.left())
-        c.fail(0, "level count " + std::to_string(count) + " needs an index of " + std::to_string(indexBytes) +
-                      " bytes, the file has " + std::to_string(c.left()) + " left");
+        c.fail(0, "level count " + std::to_string(count) + " needs an index of " +
+                      std::to_string(indexBytes) + " bytes, the file has " + std::to_string(c.left()) +
+                      " left");
     out.Index.resize(static_cast<size_t>(count));
     for (auto& e : out.Index) {
         e.Offset = c.i32("the index table");
@@ -208,33 +208,60 @@ float GravityFromFile(float fileValue) {
 
 size_t TaggedNumberWidth(uint16_t varType) {
     switch (varType) {
-        case 16: case 17: return 1;            // signed and unsigned byte
-        case 2: case 18: return 2;             // 16-bit integers
-        case 3: case 4: case 19: case 22: case 23: return 4;  // 32-bit integers, float
-        case 5: case 6: case 20: case 21: return 8;  // double, currency, 64-bit integers
-        default: return 0;
+        case 16:
+        case 17:
+            return 1;  // signed and unsigned byte
+        case 2:
+        case 18:
+            return 2;  // 16-bit integers
+        case 3:
+        case 4:
+        case 19:
+        case 22:
+        case 23:
+            return 4;  // 32-bit integers, float
+        case 5:
+        case 6:
+        case 20:
+        case 21:
+            return 8;  // double, currency, 64-bit integers
+        default:
+            return 0;
     }
 }
 
 double TaggedNumberValue(uint16_t varType, const uint8_t* raw) {
     switch (varType) {
-        case 16: return static_cast<int8_t>(raw[0]);
-        case 17: return raw[0];
-        case 2: return static_cast<int16_t>(GetU16(raw));
-        case 18: return GetU16(raw);
-        case 3: case 22: return static_cast<int32_t>(GetU32(raw));
-        case 19: case 23: return GetU32(raw);
-        case 4: return GetF32(raw);
+        case 16:
+            return static_cast<int8_t>(raw[0]);
+        case 17:
+            return raw[0];
+        case 2:
+            return static_cast<int16_t>(GetU16(raw));
+        case 18:
+            return GetU16(raw);
+        case 3:
+        case 22:
+            return static_cast<int32_t>(GetU32(raw));
+        case 19:
+        case 23:
+            return GetU32(raw);
+        case 4:
+            return GetF32(raw);
         case 5: {
             const uint64_t bits = GetU64(raw);
             double d;
             std::memcpy(&d, &bits, 8);
             return d;
         }
-        case 6: return static_cast<double>(static_cast<int64_t>(GetU64(raw))) / 10000.0;
-        case 20: return static_cast<double>(static_cast<int64_t>(GetU64(raw)));
-        case 21: return static_cast<double>(GetU64(raw));
-        default: return std::numeric_limits<double>::quiet_NaN();
+        case 6:
+            return static_cast<double>(static_cast<int64_t>(GetU64(raw))) / 10000.0;
+        case 20:
+            return static_cast<double>(static_cast<int64_t>(GetU64(raw)));
+        case 21:
+            return static_cast<double>(GetU64(raw));
+        default:
+            return std::numeric_limits<double>::quiet_NaN();
     }
 }
 

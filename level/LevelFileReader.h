@@ -36,7 +36,9 @@ struct LevelFileError {
 };
 
 // Size of the fixed part before the record area: count, zone flags, index.
-inline int64_t HeaderSize(int64_t count) { return 4 + 12 + 8 * count; }
+inline int64_t HeaderSize(int64_t count) {
+    return 4 + 12 + 8 * count;
+}
 
 // The in-memory gravity from the stored value: / 1000 * 2.5.
 float GravityFromFile(float fileValue);

@@ -47,25 +47,24 @@ struct StarRecord {
 // Places 1 to 3 are indexes 0 to 2. Names are always exactly 15 characters,
 // blank padded. A place with Seconds 0 is empty.
 struct FastestTimes {
-    std::array<std::string, 3> Names{std::string(15, ' '), std::string(15, ' '),
-                                     std::string(15, ' ')};
+    std::array<std::string, 3> Names{std::string(15, ' '), std::string(15, ' '), std::string(15, ' ')};
     std::array<int32_t, 3> Seconds{0, 0, 0};
     std::array<int32_t, 3> Hundredths{0, 0, 0};
 };
 
 struct LevelSettings {
-    float Gravity = 0;           // per-frame pull in world units (file value x 0.0025)
-    std::string SettingsText;    // kept, never used
+    float Gravity = 0;                           // per-frame pull in world units (file value x 0.0025)
+    std::string SettingsText;                    // kept, never used
     std::array<uint32_t, 4> Values{0, 0, 0, 0};  // kept, never used (raw bits)
-    float FileGravity = 0;       // the value as stored in the file, for writing it back
+    float FileGravity = 0;                       // the value as stored in the file, for writing it back
 };
 
 // The texture count is stored as an OLE-style tagged number; the type code
 // and the raw value bytes are kept so a rewritten file is byte-identical.
 struct TaggedNumber {
-    uint16_t VarType = 3;         // 2 int16, 3 int32, 4 float, 5 double, 17 byte, ...
+    uint16_t VarType = 3;                  // 2 int16, 3 int32, 4 float, 5 double, 17 byte, ...
     std::vector<uint8_t> Raw{1, 0, 0, 0};  // the value bytes as stored
-    double Value = 1;             // the value as a number
+    double Value = 1;                      // the value as a number
 };
 
 struct LevelRecord {

@@ -32,7 +32,8 @@ bool LevelStructure::LoadLevels(std::string& error) {
             return true;
         }
     }
-    loadError_ = "The track file " + path_ + " cannot be used (" + e.Describe() + "). No track can be played.";
+    loadError_ =
+        "The track file " + path_ + " cannot be used (" + e.Describe() + "). No track can be played.";
     error = loadError_;
     return false;
 }

@@ -13,8 +13,12 @@ namespace qb {
 namespace {
 const char* const kFaces[4] = {"A", "B", "C", "D"};
 
-int32_t Whole(float v) { return static_cast<int32_t>(std::nearbyint(v)); }
-int16_t Whole16(float v) { return static_cast<int16_t>(std::nearbyint(v)); }
+int32_t Whole(float v) {
+    return static_cast<int32_t>(std::nearbyint(v));
+}
+int16_t Whole16(float v) {
+    return static_cast<int16_t>(std::nearbyint(v));
+}
 
 // An upper index never reaches past the items the record really holds.
 template <typename T>
@@ -39,7 +43,8 @@ void TrackObjects::refreshTextureFolder() {
     // of exactly that name (letter case included) is there.
     textureFiles_.clear();
     std::error_code ec;
-    for (std::filesystem::directory_iterator it(game_.TexturesPath, ec), end; !ec && it != end; it.increment(ec))
+    for (std::filesystem::directory_iterator it(game_.TexturesPath, ec), end; !ec && it != end;
+         it.increment(ec))
         textureFiles_.insert(it->path().filename().string());
 }
 

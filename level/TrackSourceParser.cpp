@@ -56,7 +56,8 @@ std::vector<Token> tokenize(std::string_view line) {
                 const char e = line[i++];
                 if (e == '\\' || e == '"') {
                     t.text += e;
-                } else if (e == 'x' && i + 1 < line.size() && hexValue(line[i]) >= 0 && hexValue(line[i + 1]) >= 0) {
+                } else if (e == 'x' && i + 1 < line.size() && hexValue(line[i]) >= 0 &&
+                           hexValue(line[i + 1]) >= 0) {
                     t.text += static_cast<char>(hexValue(line[i]) * 16 + hexValue(line[i + 1]));
                     i += 2;
                 } else {
@@ -66,8 +67,8 @@ std::vector<Token> tokenize(std::string_view line) {
             out.push_back(std::move(t));
         } else {
             Token t;
-            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r' && line[i] != '#' &&
-                   line[i] != '"')
+            while (i < line.size() && line[i] != ' ' && line[i] != '\t' && line[i] != '\r' &&
+                   line[i] != '#' && line[i] != '"')
                 t.text += line[i++];
             out.push_back(std::move(t));
         }
@@ -111,8 +112,8 @@ private:
     static int64_t integer(const std::vector<Token>& t, size_t i, int64_t lo, int64_t hi, const char* what) {
         int64_t v;
         if (i >= t.size() || t[i].quoted || !ParseInteger(t[i].text, lo, hi, v))
-            throw LineError{std::string(what) + " must be a whole number from " + std::to_string(lo) + " to " +
-                            std::to_string(hi)};
+            throw LineError{std::string(what) + " must be a whole number from " + std::to_string(lo) +
+                            " to " + std::to_string(hi)};
         return v;
     }
     static float number(const std::vector<Token>& t, size_t i, const char* what) {
@@ -124,7 +125,8 @@ private:
     static std::string text(const std::vector<Token>& t, size_t i, size_t maxLength, const char* what) {
         if (i >= t.size()) throw LineError{std::string(what) + " is missing"};
         if (t[i].text.size() > maxLength)
-            throw LineError{std::string(what) + " is longer than " + std::to_string(maxLength) + " characters"};
+            throw LineError{std::string(what) + " is longer than " + std::to_string(maxLength) +
+                            " characters"};
         return t[i].text;
     }
     static int16_t flag(const std::vector<Token>& t, size_t i, const char* what) {
@@ -157,7 +159,8 @@ private:
         } else if (w == "trailing") {
             for (size_t i = 1; i < t.size(); ++i) {
                 const std::string& h = t[i].text;
-                if (t[i].quoted || h.size() % 2 != 0) throw LineError{"trailing bytes must be pairs of hex digits"};
+                if (t[i].quoted || h.size() % 2 != 0)
+                    throw LineError{"trailing bytes must be pairs of hex digits"};
                 for (size_t k = 0; k < h.size(); k += 2) {
                     const int a = hexValue(h[k]), b = hexValue(h[k + 1]);
                     if (a < 0 || b < 0) throw LineError{"trailing bytes must be pairs of hex digits"};
@@ -180,7 +183,8 @@ private:
             track(w).rec.LeadByte = static_cast<uint8_t>(integer(t, 1, 0, 255, "the lead byte"));
         } else if (w == "reserved") {
             noMore(t, 2);
-            track(w).reserved = static_cast<uint32_t>(integer(t, 1, INT32_MIN, UINT32_MAX, "the reserved value"));
+            track(w).reserved =
+                static_cast<uint32_t>(integer(t, 1, INT32_MIN, UINT32_MAX, "the reserved value"));
         } else if (w == "settings") {
             noMore(t, 6);
             Track& k = track(w);
@@ -195,7 +199,8 @@ private:
             std::string name = text(t, 2, 15, "the name");
             name.resize(15, ' ');
             k.rec.Times.Names[place - 1] = name;
-            k.rec.Times.Seconds[place - 1] = static_cast<int32_t>(integer(t, 3, INT32_MIN, INT32_MAX, "the seconds"));
+            k.rec.Times.Seconds[place - 1] =
+                static_cast<int32_t>(integer(t, 3, INT32_MIN, INT32_MAX, "the seconds"));
             k.rec.Times.Hundredths[place - 1] =
                 static_cast<int32_t>(integer(t, 4, INT32_MIN, INT32_MAX, "the hundredths"));
         } else if (w == "texture") {
@@ -221,7 +226,8 @@ private:
         }
         noMore(t, 3);
         if (t.size() < 2 || t[1].quoted || !IsIdentifier(t[1].text) || IsReservedWord(t[1].text))
-            throw LineError{"a texture name must be a word of letters, digits, '_' and '-', not a reserved word"};
+            throw LineError{
+                "a texture name must be a word of letters, digits, '_' and '-', not a reserved word"};
         if (k.aliases.count(t[1].text)) throw LineError{"texture name '" + t[1].text + "' is used twice"};
         k.aliases[t[1].text] = index;
         k.rec.TextureNames.push_back(text(t, 2, 32767, "the texture file"));
@@ -234,7 +240,8 @@ private:
         int64_t code = -1;
         for (const auto& n : kTypeNames)
             if (n.name == t[1].text) code = n.code;
-        if (code < 0 && !ParseInteger(t[1].text, 0, 65535, code)) throw LineError{"unknown type '" + t[1].text + "'"};
+        if (code < 0 && !ParseInteger(t[1].text, 0, 65535, code))
+            throw LineError{"unknown type '" + t[1].text + "'"};
         TaggedNumber& c = k.rec.TextureCount;
         c.VarType = static_cast<uint16_t>(code);
         const size_t width = TaggedNumberWidth(c.VarType);
@@ -257,8 +264,10 @@ private:
             if (code == 21) {
                 if (!ParseUnsigned64(v, bits)) throw LineError{"the count must be a whole number"};
             } else {
-                const int64_t lo = isUnsigned ? 0 : (width == 8 ? INT64_MIN : -(int64_t(1) << (8 * width - 1)));
-                const int64_t hi = width == 8 ? INT64_MAX : (int64_t(1) << (8 * width - (isUnsigned ? 0 : 1))) - 1;
+                const int64_t lo =
+                    isUnsigned ? 0 : (width == 8 ? INT64_MIN : -(int64_t(1) << (8 * width - 1)));
+                const int64_t hi =
+                    width == 8 ? INT64_MAX : (int64_t(1) << (8 * width - (isUnsigned ? 0 : 1))) - 1;
                 bits = static_cast<uint64_t>(integer(t, 2, lo, hi, "the count"));
             }
             for (size_t i = 0; i < width; ++i) raw.push_back(static_cast<uint8_t>(bits >> (8 * i)));
@@ -303,7 +312,9 @@ private:
         int64_t top = 0, side = 0, action = 0, dir = 0, speed = 0, dist = 0, loop = 0, rot = 0;
         for (size_t i = numbers + 1; i < t.size(); ++i) {
             const std::string& o = t[i].text;
-            auto value = [&](int64_t lo, int64_t hi) { return integer(t, ++i, lo, hi, ("the value of " + o).c_str()); };
+            auto value = [&](int64_t lo, int64_t hi) {
+                return integer(t, ++i, lo, hi, ("the value of " + o).c_str());
+            };
             if (t[i].quoted) throw LineError{"unexpected string " + Quote(o)};
             if (o == "tex") {
                 size_t n = 0;
@@ -315,7 +326,8 @@ private:
                     ++i;
                 }
                 if (n != 1 && n != faces)
-                    throw LineError{"'tex' takes one texture or " + std::to_string(faces) + " (one per face)"};
+                    throw LineError{"'tex' takes one texture or " + std::to_string(faces) +
+                                    " (one per face)"};
                 for (size_t f = 0; f < faces; ++f) tex[f] = got[n == 1 ? 0 : f];
             } else if (o == "scale" && !ramp) {
                 top = value(0, 255);
@@ -325,10 +337,14 @@ private:
             } else if (o == "rot" && ramp) {
                 rot = value(0, 255);
             } else if (platform && o == "dir") {
-                if (i + 1 < t.size() && t[i + 1].text == "left") dir = 2, ++i;
-                else if (i + 1 < t.size() && t[i + 1].text == "right") dir = 3, ++i;
-                else if (i + 1 < t.size() && t[i + 1].text == "still") dir = 0, ++i;
-                else dir = value(0, 255);
+                if (i + 1 < t.size() && t[i + 1].text == "left")
+                    dir = 2, ++i;
+                else if (i + 1 < t.size() && t[i + 1].text == "right")
+                    dir = 3, ++i;
+                else if (i + 1 < t.size() && t[i + 1].text == "still")
+                    dir = 0, ++i;
+                else
+                    dir = value(0, 255);
             } else if (platform && o == "speed") {
                 speed = value(0, 255);
             } else if (platform && o == "dist") {
@@ -351,15 +367,39 @@ private:
             k.rec.Ramps.push_back(r);
             return;
         }
-        BlockRecord b{v[0], v[1], v[2], v[3], v[4], v[5], tex[0], tex[1], tex[2], tex[3],
-                      static_cast<uint8_t>(top), static_cast<uint8_t>(side), static_cast<uint8_t>(action)};
+        BlockRecord b{v[0],
+                      v[1],
+                      v[2],
+                      v[3],
+                      v[4],
+                      v[5],
+                      tex[0],
+                      tex[1],
+                      tex[2],
+                      tex[3],
+                      static_cast<uint8_t>(top),
+                      static_cast<uint8_t>(side),
+                      static_cast<uint8_t>(action)};
         if (!platform) {
             k.rec.Blocks.push_back(b);
             return;
         }
-        MovingPlatformRecord m{b.X, b.Y, b.Z, b.scaleX, b.scaleY, b.scalez, b.TextureA, b.TextureB, b.TextureC,
-                               b.TextureD, b.ScaleTextureTop, b.ScaleTextureSide, b.ActionCode,
-                               static_cast<uint8_t>(speed), static_cast<uint8_t>(dir), static_cast<uint8_t>(dist),
+        MovingPlatformRecord m{b.X,
+                               b.Y,
+                               b.Z,
+                               b.scaleX,
+                               b.scaleY,
+                               b.scalez,
+                               b.TextureA,
+                               b.TextureB,
+                               b.TextureC,
+                               b.TextureD,
+                               b.ScaleTextureTop,
+                               b.ScaleTextureSide,
+                               b.ActionCode,
+                               static_cast<uint8_t>(speed),
+                               static_cast<uint8_t>(dir),
+                               static_cast<uint8_t>(dist),
                                static_cast<uint8_t>(loop)};
         k.rec.Platforms.push_back(m);
     }
@@ -376,14 +416,16 @@ private:
         if (k.hasCount) {
             const double v = r.TextureCount.Value;
             if (!std::isfinite(v) || std::nearbyint(v) != static_cast<double>(textures))
-                report("texturecount " + FormatDouble(v) + " does not round to the " + std::to_string(textures) +
-                       " textures listed");
+                report("texturecount " + FormatDouble(v) + " does not round to the " +
+                       std::to_string(textures) + " textures listed");
         } else {
             r.TextureCount.VarType = textures > INT16_MAX ? 3 : 2;
             r.TextureCount.Raw.clear();
             ByteWriter bw(r.TextureCount.Raw);
-            if (textures > INT16_MAX) bw.I32(static_cast<int32_t>(textures));
-            else bw.I16(static_cast<int16_t>(textures));
+            if (textures > INT16_MAX)
+                bw.I32(static_cast<int32_t>(textures));
+            else
+                bw.I16(static_cast<int16_t>(textures));
             r.TextureCount.Value = static_cast<double>(textures);
         }
         r.BlockUpper = static_cast<int32_t>(r.Blocks.size()) - 1;

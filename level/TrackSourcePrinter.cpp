@@ -42,8 +42,8 @@ std::string makeAlias(const std::string& file, std::set<std::string>& used) {
 
 template <typename R>
 std::string boxNumbers(const R& r) {
-    return FormatFloat(r.X) + " " + FormatFloat(r.Y) + " " + FormatFloat(r.Z) + "  " + FormatFloat(r.scaleX) + " " +
-           FormatFloat(r.scaleY) + " " + FormatFloat(r.scalez);
+    return FormatFloat(r.X) + " " + FormatFloat(r.Y) + " " + FormatFloat(r.Z) + "  " + FormatFloat(r.scaleX) +
+           " " + FormatFloat(r.scaleY) + " " + FormatFloat(r.scalez);
 }
 
 template <typename R>
@@ -57,14 +57,14 @@ std::string blockOptions(const R& b, const std::vector<std::string>& alias) {
     s += "  scale " + std::to_string(b.ScaleTextureTop) + " " + std::to_string(b.ScaleTextureSide);
     s += "  ";
     s += b.ActionCode < kKindNames.size() ? std::string(kKindNames[b.ActionCode])
-                                           : "action " + std::to_string(b.ActionCode);
+                                          : "action " + std::to_string(b.ActionCode);
     return s;
 }
 
 std::string countLine(const TaggedNumber& c, size_t textures) {
     // The usual form (a 16-bit count equal to the list) needs no line.
-    if (c.VarType == 2 && c.Raw.size() == 2 && static_cast<int16_t>(c.Raw[0] | c.Raw[1] << 8) ==
-                                                   static_cast<int64_t>(textures))
+    if (c.VarType == 2 && c.Raw.size() == 2 &&
+        static_cast<int16_t>(c.Raw[0] | c.Raw[1] << 8) == static_cast<int64_t>(textures))
         return std::string();
     std::string type = std::to_string(c.VarType);
     for (const auto& n : kTypeNames)
@@ -74,16 +74,27 @@ std::string countLine(const TaggedNumber& c, size_t textures) {
     std::string value;
     const size_t w = c.Raw.size();
     switch (c.VarType) {
-        case 4: value = FormatFloat(static_cast<float>(c.Value)); break;
-        case 5: value = FormatDouble(c.Value); break;
-        case 16: case 2: case 3: case 22: case 6: case 20: {
+        case 4:
+            value = FormatFloat(static_cast<float>(c.Value));
+            break;
+        case 5:
+            value = FormatDouble(c.Value);
+            break;
+        case 16:
+        case 2:
+        case 3:
+        case 22:
+        case 6:
+        case 20: {
             // Sign-extend the stored width.
             const int64_t v = w == 8 ? static_cast<int64_t>(bits)
                                      : static_cast<int64_t>(bits << (64 - 8 * w)) >> (64 - 8 * w);
             value = std::to_string(v);
             break;
         }
-        default: value = std::to_string(bits); break;
+        default:
+            value = std::to_string(bits);
+            break;
     }
     return "  texturecount " + type + " " + value + "\n";
 }
@@ -98,8 +109,8 @@ void printTrack(std::string& s, const LevelRecord& r, int16_t allStars, uint32_t
     for (size_t p = 0; p < 3; ++p) {
         const std::string name = trimBlanks(r.Times.Names[p]);
         if (name.empty() && r.Times.Seconds[p] == 0 && r.Times.Hundredths[p] == 0) continue;
-        s += "  time " + std::to_string(p + 1) + " " + Quote(name) + " " + std::to_string(r.Times.Seconds[p]) + " " +
-             std::to_string(r.Times.Hundredths[p]) + "\n";
+        s += "  time " + std::to_string(p + 1) + " " + Quote(name) + " " +
+             std::to_string(r.Times.Seconds[p]) + " " + std::to_string(r.Times.Hundredths[p]) + "\n";
     }
     const auto& set = r.Settings;
     if (!set.SettingsText.empty() || set.Values != std::array<uint32_t, 4>{0, 0, 0, 0}) {
@@ -117,9 +128,13 @@ void printTrack(std::string& s, const LevelRecord& r, int16_t allStars, uint32_t
     for (const auto& b : r.Blocks) s += "  block " + boxNumbers(b) + blockOptions(b, alias) + "\n";
     for (const auto& m : r.Platforms) {
         s += "  platform " + boxNumbers(m) + blockOptions(m, alias);
-        s += "  dir " + (m.Mdir == 2 ? std::string("left") : m.Mdir == 3 ? std::string("right") : std::to_string(m.Mdir));
+        s += "  dir " + (m.Mdir == 2   ? std::string("left")
+                         : m.Mdir == 3 ? std::string("right")
+                                       : std::to_string(m.Mdir));
         s += "  speed " + std::to_string(m.Mspeed) + "  dist " + std::to_string(m.Mdist);
-        s += m.MloopBack == 0 ? "  noloop" : m.MloopBack == 1 ? "  loop" : "  loopflag " + std::to_string(m.MloopBack);
+        s += m.MloopBack == 0   ? "  noloop"
+             : m.MloopBack == 1 ? "  loop"
+                                : "  loopflag " + std::to_string(m.MloopBack);
         s += "\n";
     }
     for (const auto& p : r.Ramps) {
@@ -160,11 +175,14 @@ std::string PrintTrackSource(const LevelFile& file, size_t first, size_t count, 
 }
 
 std::string DescribeTrack(const LevelRecord& r, int32_t number) {
-    auto plural = [](size_t n, const char* word) { return std::to_string(n) + " " + word + (n == 1 ? "" : "s"); };
+    auto plural = [](size_t n, const char* word) {
+        return std::to_string(n) + " " + word + (n == 1 ? "" : "s");
+    };
     return "track " + std::to_string(number) + ": " + plural(r.Blocks.size(), "block") + ", " +
            plural(r.Platforms.size(), "platform") + ", " + plural(r.Ramps.size(), "ramp") + ", " +
-           plural(r.Stars.size(), "star") + ", " + plural(r.TextureNames.size() - 1, "texture") + ", gravity " +
-           FormatFloat(r.Settings.FileGravity) + " (" + FormatFloat(r.Settings.Gravity) + " a frame)";
+           plural(r.Stars.size(), "star") + ", " + plural(r.TextureNames.size() - 1, "texture") +
+           ", gravity " + FormatFloat(r.Settings.FileGravity) + " (" + FormatFloat(r.Settings.Gravity) +
+           " a frame)";
 }
 
 }  // namespace qb

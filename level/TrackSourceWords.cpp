@@ -8,8 +8,9 @@ namespace qb::tracktext {
 
 namespace {
 constexpr std::array<std::string_view, 22> kReserved{
-    "tex", "scale", "action", "dir", "speed", "dist", "loop", "noloop", "loopflag", "rot", "left",
-    "right", "yes", "no", "plain", "finish", "bounce", "ice", "falling", "turbo", "deadly", "still"};
+    "tex",      "scale", "action",  "dir",   "speed",  "dist", "loop",  "noloop",
+    "loopflag", "rot",   "left",    "right", "yes",    "no",   "plain", "finish",
+    "bounce",   "ice",   "falling", "turbo", "deadly", "still"};
 
 bool parseHexBits(std::string_view s, size_t digits, uint64_t& bits) {
     if (s.size() != digits + 2 || s[0] != '0' || (s[1] != 'x' && s[1] != 'X')) return false;
@@ -107,7 +108,8 @@ bool ParseInteger(std::string_view s, int64_t lo, int64_t hi, int64_t& out) {
     if (r.ec != std::errc() || r.ptr != e) return false;
     if (negative) {
         if (magnitude > static_cast<uint64_t>(INT64_MAX) + 1) return false;
-        out = magnitude == static_cast<uint64_t>(INT64_MAX) + 1 ? INT64_MIN : -static_cast<int64_t>(magnitude);
+        out =
+            magnitude == static_cast<uint64_t>(INT64_MAX) + 1 ? INT64_MIN : -static_cast<int64_t>(magnitude);
     } else {
         if (magnitude > static_cast<uint64_t>(INT64_MAX)) return false;
         out = static_cast<int64_t>(magnitude);

@@ -9,8 +9,8 @@
 namespace qb::tracktext {
 
 // Block kinds by action code.
-inline constexpr std::array<std::string_view, 7> kKindNames{"plain", "finish", "bounce", "ice",
-                                                            "falling", "turbo", "deadly"};
+inline constexpr std::array<std::string_view, 7> kKindNames{"plain",   "finish", "bounce", "ice",
+                                                            "falling", "turbo",  "deadly"};
 
 struct TypeName {
     std::string_view name;

@@ -19,7 +19,9 @@ namespace qb {
 namespace {
 // A Single combined with a double constant is worked out in double and
 // stored back as a Single.
-inline float AddD(float a, double b) { return static_cast<float>(static_cast<double>(a) + b); }
+inline float AddD(float a, double b) {
+    return static_cast<float>(static_cast<double>(a) + b);
+}
 
 // Broad phase: the car's predicted x and z within one unit of the object's
 // x and z extents.
@@ -52,13 +54,14 @@ int32_t CollisionDetection::GatherCandidates(frmGame& game) {
     for (int32_t i = 0; i <= t.BlockUpper; ++i) {
         const clsBlock& b = *t.blocks[static_cast<size_t>(i)];
         const float z = static_cast<float>(b.Zpos());
-        if (Near(px, pz, b.Xpos() - 1, b.Xpos() + b.scaleX() + 1, z - 1, z + b.scalez() + 1)) nearBlocks_.push_back(i);
+        if (Near(px, pz, b.Xpos() - 1, b.Xpos() + b.scaleX() + 1, z - 1, z + b.scalez() + 1))
+            nearBlocks_.push_back(i);
     }
     for (int32_t i = 0; i <= t.RampUpper; ++i) {
         const clsRamp& r = *t.ramps[static_cast<size_t>(i)];
         const int32_t x = r.Xpos(), z = r.Zpos();
-        if (Near(px, pz, static_cast<float>(x - 1), static_cast<float>(x + r.scaleX() + 1), static_cast<float>(z - 1),
-                 static_cast<float>(z + r.scalez() + 1)))
+        if (Near(px, pz, static_cast<float>(x - 1), static_cast<float>(x + r.scaleX() + 1),
+                 static_cast<float>(z - 1), static_cast<float>(z + r.scalez() + 1)))
             nearRamps_.push_back(i);
     }
     for (int32_t i = 0; i <= t.PlatformUpper; ++i) {
@@ -70,10 +73,10 @@ int32_t CollisionDetection::GatherCandidates(frmGame& game) {
     Candidates.clear();
     auto addBlock = [&](int32_t i, int face) {
         const clsBlock& b = *t.blocks[static_cast<size_t>(i)];
-        Candidates.push_back(CollisionCandidate{b.GetPlaneNormal(face), b.GetCollisionPlane(face),
-                                                static_cast<int16_t>(b.changeactioncode()), static_cast<int16_t>(face),
-                                                KindBlock, static_cast<int16_t>(i), b.Xpos(), b.Ypos(),
-                                                static_cast<float>(b.Zpos()), b.GetFaceCorners(face)});
+        Candidates.push_back(CollisionCandidate{
+            b.GetPlaneNormal(face), b.GetCollisionPlane(face), static_cast<int16_t>(b.changeactioncode()),
+            static_cast<int16_t>(face), KindBlock, static_cast<int16_t>(i), b.Xpos(), b.Ypos(),
+            static_cast<float>(b.Zpos()), b.GetFaceCorners(face)});
     };
     auto addRamp = [&](int32_t i, int face) {
         const clsRamp& r = *t.ramps[static_cast<size_t>(i)];
@@ -84,10 +87,10 @@ int32_t CollisionDetection::GatherCandidates(frmGame& game) {
     };
     auto addPlatform = [&](int32_t i, int face) {
         const clsMovingPlatform& m = *t.platforms[static_cast<size_t>(i)];
-        Candidates.push_back(CollisionCandidate{m.GetPlaneNormal(face), m.GetCollisionPlane(face),
-                                                static_cast<int16_t>(m.changeactioncode()), static_cast<int16_t>(face),
-                                                KindPlatform, static_cast<int16_t>(i), m.Xpos(), m.Ypos(), m.Zpos(),
-                                                m.GetFaceCorners(face)});
+        Candidates.push_back(CollisionCandidate{
+            m.GetPlaneNormal(face), m.GetCollisionPlane(face), static_cast<int16_t>(m.changeactioncode()),
+            static_cast<int16_t>(face), KindPlatform, static_cast<int16_t>(i), m.Xpos(), m.Ypos(), m.Zpos(),
+            m.GetFaceCorners(face)});
     };
 
     for (int face = 1; face <= 5; ++face)
@@ -120,7 +123,8 @@ void CollisionDetection::CheckCollisions(frmGame& game) {
         const Vector4 C = pl.CalculateCollisionBoxCentre();
         const Vector4 v = pl.GetVelocity();
         Vector4 P{C.x + v.x, C.y + v.y, C.z + v.z, 1.0f};
-        if (c.objectKind == KindPlatform) P.x = P.x - t.platforms[static_cast<size_t>(c.objectIndex)]->GetVelocity().x;
+        if (c.objectKind == KindPlatform)
+            P.x = P.x - t.platforms[static_cast<size_t>(c.objectIndex)]->GetVelocity().x;
         const Vector4 Dv{P.x - C.x, P.y - C.y, P.z - C.z, 0.0f};
         const float d = c.plane.d - r;
         const float num = c.plane.a * C.x + c.plane.b * C.y + c.plane.c * C.z + d;
@@ -134,11 +138,13 @@ void CollisionDetection::CheckCollisions(frmGame& game) {
             ThreeAxisContact(game);
             return;
         }
-        const bool eitherWinding =
-            c.objectKind == KindRamp && c.faceNumber == 3 && t.ramps[static_cast<size_t>(c.objectIndex)]->rotateVal() == 1;
+        const bool eitherWinding = c.objectKind == KindRamp && c.faceNumber == 3 &&
+                                   t.ramps[static_cast<size_t>(c.objectIndex)]->rotateVal() == 1;
         for (int k = 0; k < ContactPoints.count; ++k) {
             const Vector3 p = ContactPoints.p[k];
-            if (!PointInFace(c.corners.p[0], c.corners.p[1], c.corners.p[2], c.corners.p[3], p, eitherWinding)) continue;
+            if (!PointInFace(c.corners.p[0], c.corners.p[1], c.corners.p[2], c.corners.p[3], p,
+                             eitherWinding))
+                continue;
             if (!FaceResponse(game, c, p)) return;  // the finish ends the pass
         }
     }
@@ -166,7 +172,9 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
     clsPlayer& pl = *game.player;
     TrackObjects& t = *game.track;
     const float x = pl.Posx(), y = pl.PosY(), z = pl.Posz();
-    auto platformVelocityX = [&]() { return t.platforms[static_cast<size_t>(c.objectIndex)]->GetVelocity().x; };
+    auto platformVelocityX = [&]() {
+        return t.platforms[static_cast<size_t>(c.objectIndex)]->GetVelocity().x;
+    };
 
     switch (c.faceNumber) {
         case 1:  // the object is on the car's +x side
@@ -200,7 +208,8 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
             game.OnGround = true;
             pl.verticalvelocity(AddD(p.y - y, 0.0001));
             if (!LandingAction(game, c)) return false;
-            if (c.objectKind == KindPlatform) pl.HorizontalVelocity(pl.HorizontalVelocity() + platformVelocityX());
+            if (c.objectKind == KindPlatform)
+                pl.HorizontalVelocity(pl.HorizontalVelocity() + platformVelocityX());
             break;
         case 4:  // the front
             if (OnRamp) break;
@@ -226,7 +235,8 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
 bool CollisionDetection::LandingAction(frmGame& game, const CollisionCandidate& c) {
     clsPlayer& pl = *game.player;
     TrackObjects& t = *game.track;
-    clsBlock* block = c.objectKind == KindBlock ? t.blocks[static_cast<size_t>(c.objectIndex)].get() : nullptr;
+    clsBlock* block =
+        c.objectKind == KindBlock ? t.blocks[static_cast<size_t>(c.objectIndex)].get() : nullptr;
     switch (c.actionCode) {
         case clsBlock::Finish:
             FinishFrames = game.RaceFrames;
@@ -294,7 +304,8 @@ void CollisionDetection::PickUpStars(frmGame& game) {
         float fx = static_cast<float>(sx), fy = static_cast<float>(sy), fz = static_cast<float>(sz);
         game.particles->AddStarExplosion(fx, fy, fz);
         game.StarsCollected += 1;
-        SetFieldText(game, 1, "Stars " + std::to_string(game.StarsCollected) + " / of " + std::to_string(S + 1));
+        SetFieldText(game, 1,
+                     "Stars " + std::to_string(game.StarsCollected) + " / of " + std::to_string(S + 1));
         Events |= EventStar;
     }
 }

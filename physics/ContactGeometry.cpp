@@ -6,25 +6,47 @@
 
 namespace qb {
 
-float SignOf(float x) { return x < 0 ? -1.0f : 1.0f; }
+float SignOf(float x) {
+    return x < 0 ? -1.0f : 1.0f;
+}
 
-Vector2 Perpendicular2D(const Vector2& v) { return Vector2{-v.y, v.x}; }
-Vector2 ProjectXY(const Vector3& p) { return Vector2{p.x, p.y}; }
-Vector2 ProjectZY(const Vector3& p) { return Vector2{p.z, p.y}; }
-Vector2 ProjectXZ(const Vector3& p) { return Vector2{p.x, p.z}; }
+Vector2 Perpendicular2D(const Vector2& v) {
+    return Vector2{-v.y, v.x};
+}
+Vector2 ProjectXY(const Vector3& p) {
+    return Vector2{p.x, p.y};
+}
+Vector2 ProjectZY(const Vector3& p) {
+    return Vector2{p.z, p.y};
+}
+Vector2 ProjectXZ(const Vector3& p) {
+    return Vector2{p.x, p.z};
+}
 
 Vector3 FaceNormal(const Vector3& a, const Vector3& b, const Vector3& c) {
     return Vec3Normalize(Vec3Cross(Vec3Subtract(b, a), Vec3Subtract(c, a)));
 }
 
 namespace {
-inline Vector3 Scaled(const Vector3& v, float k) { return Vector3{v.x * k, v.y * k, v.z * k}; }
-inline Vector3 Plus(const Vector3& a, const Vector3& b) { return Vector3{a.x + b.x, a.y + b.y, a.z + b.z}; }
-inline Vector3 Minus(const Vector3& a, const Vector3& b) { return Vector3{a.x - b.x, a.y - b.y, a.z - b.z}; }
+inline Vector3 Scaled(const Vector3& v, float k) {
+    return Vector3{v.x * k, v.y * k, v.z * k};
+}
+inline Vector3 Plus(const Vector3& a, const Vector3& b) {
+    return Vector3{a.x + b.x, a.y + b.y, a.z + b.z};
+}
+inline Vector3 Minus(const Vector3& a, const Vector3& b) {
+    return Vector3{a.x - b.x, a.y - b.y, a.z - b.z};
+}
 // H - 1/2 w
-inline Vector3 Back(const Vector3& H, const Vector3& w) { return Minus(H, Scaled(w, 0.5f)); }
-inline Vector2 Minus2(const Vector2& a, const Vector2& b) { return Vector2{a.x - b.x, a.y - b.y}; }
-inline float Dot2(const Vector2& a, const Vector2& b) { return a.x * b.x + a.y * b.y; }
+inline Vector3 Back(const Vector3& H, const Vector3& w) {
+    return Minus(H, Scaled(w, 0.5f));
+}
+inline Vector2 Minus2(const Vector2& a, const Vector2& b) {
+    return Vector2{a.x - b.x, a.y - b.y};
+}
+inline float Dot2(const Vector2& a, const Vector2& b) {
+    return a.x * b.x + a.y * b.y;
+}
 }  // namespace
 
 bool FindContactPoints(const Vector3& H, const Vector3& normal, const Vector3 axes[3], ContactSet& out) {

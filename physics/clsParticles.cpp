@@ -19,9 +19,10 @@ clsParticles::~clsParticles() {
 }
 
 void clsParticles::create() {
-    texture_ = game_.platform.graphics.createTextureFromFile(game_.platform.paths.gameDir + "misc/starParticle.bmp", 32,
-                                                             32, 0xFFFF00FFu, true);
-    game_.debug->WriteLine(texture_ != 0 ? "CREATED PARTICLE ENGINE = True" : "CREATED PARTICLE ENGINE = Failed");
+    texture_ = game_.platform.graphics.createTextureFromFile(
+        game_.platform.paths.gameDir + "misc/starParticle.bmp", 32, 32, 0xFFFF00FFu, true);
+    game_.debug->WriteLine(texture_ != 0 ? "CREATED PARTICLE ENGINE = True"
+                                         : "CREATED PARTICLE ENGINE = Failed");
 }
 
 void clsParticles::resetParticles() {
@@ -30,7 +31,9 @@ void clsParticles::resetParticles() {
     vertices_.resize(1);
 }
 
-float clsParticles::Rnd() { return static_cast<float>(random_() >> 8) / 16777216.0f; }
+float clsParticles::Rnd() {
+    return static_cast<float>(random_() >> 8) / 16777216.0f;
+}
 
 float clsParticles::RandomColour() {
     return static_cast<float>(std::floor(static_cast<double>(Rnd()) * 100 + 1) / 10);
@@ -55,7 +58,8 @@ void clsParticles::AddStarExplosion(float& x, float& y, float& z) {
         p.dead = 0;
         p.lifetime = static_cast<int32_t>(std::nearbyint(static_cast<double>(Rnd()) * 5000 + 10000 - 2500));
         p.birthTime = now;
-        p.position = Vector3{static_cast<float>(x + 0.2), static_cast<float>(y + 0.5), static_cast<float>(z - 0.2)};
+        p.position =
+            Vector3{static_cast<float>(x + 0.2), static_cast<float>(y + 0.5), static_cast<float>(z - 0.2)};
         const float vx = static_cast<float>(static_cast<double>(Rnd()) * 0.6 - 0.6 / 2);
         const float vy = static_cast<float>(2 * (static_cast<double>(Rnd()) * 1.2) - 1.2 / 2);
         p.velocity = Vector3{vx, vy, 0};

@@ -18,15 +18,21 @@ namespace qb {
 namespace {
 // A Single plus a double constant is worked out in double and stored back
 // as a Single, as the car's numbers always were.
-inline float AddD(float a, double b) { return static_cast<float>(static_cast<double>(a) + b); }
+inline float AddD(float a, double b) {
+    return static_cast<float>(static_cast<double>(a) + b);
+}
 
 constexpr double DegreesToRadians = 0.01745329;
 constexpr float SkidYaw = 0.1745329f;
 }  // namespace
 
-clsPlayer::clsPlayer(frmGame& game) : game_(game) { InitCollisionPoints(); }
+clsPlayer::clsPlayer(frmGame& game) : game_(game) {
+    InitCollisionPoints();
+}
 
-clsPlayer::~clsPlayer() { releaseModel(); }
+clsPlayer::~clsPlayer() {
+    releaseModel();
+}
 
 void clsPlayer::SetBouncePad() {
     bouncePadActive_ = true;
@@ -82,7 +88,8 @@ void clsPlayer::load(const std::string& modelFile) {
         MeshMaterial m = device.meshMaterial(mesh_, i);
         m.ambient = m.diffuse;  // unlit: the ambient term carries the colour
         if (!m.textureFile.empty())
-            textures_[static_cast<size_t>(i)] = device.createTextureFromFile(dir + "skins/" + m.textureFile, 0, 0, 0, true);
+            textures_[static_cast<size_t>(i)] =
+                device.createTextureFromFile(dir + "skins/" + m.textureFile, 0, 0, 0, true);
         materials_[static_cast<size_t>(i)] = m;
     }
     resetPLayer();
@@ -117,7 +124,7 @@ void clsPlayer::resetPLayer() {
 
 void clsPlayer::InitCollisionPoints() {
     const float h = 0.4f, s = 0.8f;
-    collisionPoints_ = {Vector3{-h, s, 0}, Vector3{h, s, 0}, Vector3{-h, 0, 0}, Vector3{h, 0, 0},
+    collisionPoints_ = {Vector3{-h, s, 0},  Vector3{h, s, 0},  Vector3{-h, 0, 0},  Vector3{h, 0, 0},
                         Vector3{-h, s, -s}, Vector3{h, s, -s}, Vector3{-h, 0, -s}, Vector3{h, 0, -s}};
 }
 
@@ -133,7 +140,9 @@ float clsPlayer::CalculateEffectiveRadius(const Vector3& normal) {
     return 0.5f * sum;
 }
 
-Vector4 clsPlayer::CalculateCollisionBoxCentre() const { return Vector4{x_, AddD(y_, 0.4), AddD(z_, -0.4), 1.0f}; }
+Vector4 clsPlayer::CalculateCollisionBoxCentre() const {
+    return Vector4{x_, AddD(y_, 0.4), AddD(z_, -0.4), 1.0f};
+}
 
 void clsPlayer::draw() {
     if (exploding_) {

@@ -15,7 +15,9 @@ namespace {
 constexpr float F = clsShadow::Footprint;
 constexpr uint32_t ShadowColour = 0x00FFFFFFu;
 
-inline float AtMost08(float v) { return v > F ? F : v; }
+inline float AtMost08(float v) {
+    return v > F ? F : v;
+}
 
 // The x and z extent of the object a corner stands on.
 struct Extent {
@@ -35,8 +37,8 @@ Extent ExtentOf(const TrackObjects& t, uint8_t kind, int32_t index) {
         }
         default: {
             const clsRamp& r = *t.ramps[i];
-            return Extent{static_cast<float>(r.Xpos()), static_cast<float>(r.Zpos()), static_cast<float>(r.scaleX()),
-                          static_cast<float>(r.scalez())};
+            return Extent{static_cast<float>(r.Xpos()), static_cast<float>(r.Zpos()),
+                          static_cast<float>(r.scaleX()), static_cast<float>(r.scalez())};
         }
     }
 }
@@ -70,7 +72,8 @@ void clsShadow::create() {
     }
     GraphicsDevice& device = game_.platform.graphics;
     if (buffer_ == 0) buffer_ = device.createVertexBuffer(vertices_.data(), VertexCount);
-    texture_ = device.createTextureFromFile(game_.platform.paths.gameDir + "misc/shadowimage.bmp", 0, 0, 0xFFFF00FFu, true);
+    texture_ = device.createTextureFromFile(game_.platform.paths.gameDir + "misc/shadowimage.bmp", 0, 0,
+                                            0xFFFF00FFu, true);
     game_.debug->WriteLine(texture_ != 0 ? "Created Player Shadow = True" : "Created Player Shadow = Failed");
 }
 
@@ -156,7 +159,8 @@ Vector3 clsShadow::FindDropPoint(const Vector3& probe, ShadowQuarter& record, ui
                 if (height < Y) height = Y;
                 break;
             default:
-                height = Y + tanA * (static_cast<double>(r.Xpos() + r.scaleX()) - (static_cast<double>(x) - 0.4));
+                height =
+                    Y + tanA * (static_cast<double>(r.Xpos() + r.scaleX()) - (static_cast<double>(x) - 0.4));
                 if (height > top) height = top;
                 break;
         }
@@ -185,7 +189,8 @@ void clsShadow::draw() {
             nearBlocks_.push_back(i);
     }
     quarters_ = {};
-    for (int q = 0; q < 4; ++q) drops_[q] = FindDropPoint(probes[q], quarters_[q], static_cast<uint8_t>(q + 1));
+    for (int q = 0; q < 4; ++q)
+        drops_[q] = FindDropPoint(probes[q], quarters_[q], static_cast<uint8_t>(q + 1));
 
     // Piece lengths: each starts at its corner and stops at its object's edge.
     float l[4] = {0, 0, 0, 0}, w[4] = {0, 0, 0, 0};

@@ -17,14 +17,14 @@ namespace qb {
 class frmGame;
 
 struct ShadowQuarter {
-    float distance = 0;     // probe to surface
-    int32_t index = 0;      // object in its list
-    uint8_t kind = 0;       // 1 block, 2 moving platform, 3 ramp; 0 none
+    float distance = 0;  // probe to surface
+    int32_t index = 0;   // object in its list
+    uint8_t kind = 0;    // 1 block, 2 moving platform, 3 ramp; 0 none
     uint8_t quarter = 0;
-    float length = 0;       // l, along z
-    float width = 0;        // w, along x
-    float textureX = 0;     // w / 0.8
-    float textureZ = 0;     // l / 0.8
+    float length = 0;    // l, along z
+    float width = 0;     // w, along x
+    float textureX = 0;  // w / 0.8
+    float textureZ = 0;  // l / 0.8
 };
 
 class clsShadow {

@@ -4,7 +4,9 @@
 
 namespace qb {
 
-Matrix4 MatrixIdentity() { return Matrix4{}; }
+Matrix4 MatrixIdentity() {
+    return Matrix4{};
+}
 
 Matrix4 MatrixTranslation(float x, float y, float z) {
     Matrix4 r;
@@ -63,13 +65,17 @@ Matrix4 MatrixMultiply(const Matrix4& a, const Matrix4& b) {
     return r;
 }
 
-Vector3 Vec3Subtract(const Vector3& a, const Vector3& b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+Vector3 Vec3Subtract(const Vector3& a, const Vector3& b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
 
 Vector3 Vec3Cross(const Vector3& a, const Vector3& b) {
     return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-float Vec3Dot(const Vector3& a, const Vector3& b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+float Vec3Dot(const Vector3& a, const Vector3& b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 
 Vector3 Vec3Normalize(const Vector3& v) {
     const float len = std::sqrt(Vec3Dot(v, v));
@@ -82,9 +88,18 @@ Matrix4 MatrixLookAtLH(const Vector3& eye, const Vector3& at, const Vector3& up)
     const Vector3 xaxis = Vec3Normalize(Vec3Cross(up, zaxis));
     const Vector3 yaxis = Vec3Cross(zaxis, xaxis);
     Matrix4 r;
-    r.m[0][0] = xaxis.x; r.m[0][1] = yaxis.x; r.m[0][2] = zaxis.x; r.m[0][3] = 0;
-    r.m[1][0] = xaxis.y; r.m[1][1] = yaxis.y; r.m[1][2] = zaxis.y; r.m[1][3] = 0;
-    r.m[2][0] = xaxis.z; r.m[2][1] = yaxis.z; r.m[2][2] = zaxis.z; r.m[2][3] = 0;
+    r.m[0][0] = xaxis.x;
+    r.m[0][1] = yaxis.x;
+    r.m[0][2] = zaxis.x;
+    r.m[0][3] = 0;
+    r.m[1][0] = xaxis.y;
+    r.m[1][1] = yaxis.y;
+    r.m[1][2] = zaxis.y;
+    r.m[1][3] = 0;
+    r.m[2][0] = xaxis.z;
+    r.m[2][1] = yaxis.z;
+    r.m[2][2] = zaxis.z;
+    r.m[2][3] = 0;
     r.m[3][0] = -Vec3Dot(xaxis, eye);
     r.m[3][1] = -Vec3Dot(yaxis, eye);
     r.m[3][2] = -Vec3Dot(zaxis, eye);

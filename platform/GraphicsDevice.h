@@ -20,14 +20,14 @@ enum class TransformKind { World, View, Projection };
 enum class Primitive { PointList, TriangleList, TriangleStrip };
 
 enum class RenderState {
-    ZEnable,            // 0/1
-    ZWriteEnable,       // 0/1
-    AlphaBlendEnable,   // 0/1
-    SrcBlend,           // Blend value
-    DestBlend,          // Blend value
-    PointSize,          // float bits (FloatToDWord)
+    ZEnable,           // 0/1
+    ZWriteEnable,      // 0/1
+    AlphaBlendEnable,  // 0/1
+    SrcBlend,          // Blend value
+    DestBlend,         // Blend value
+    PointSize,         // float bits (FloatToDWord)
     MultisampleAntialias,
-    CullMode,           // 1 none, 2 clockwise, 3 counter-clockwise (default)
+    CullMode,  // 1 none, 2 clockwise, 3 counter-clockwise (default)
 };
 
 enum Blend : uint32_t {
@@ -105,8 +105,8 @@ public:
     virtual void drawPointVertices(const PointVertex* v, int count) = 0;
     virtual void drawMeshSubset(MeshId mesh, int subset) = 0;
     // Text centred horizontally in the rectangle, top-aligned (DT_CENTER).
-    virtual void drawText(FontId font, const std::string& text, int left, int top, int right,
-                          int bottom, uint32_t argbColour) = 0;
+    virtual void drawText(FontId font, const std::string& text, int left, int top, int right, int bottom,
+                          uint32_t argbColour) = 0;
 };
 
 struct DeviceError {

@@ -5,7 +5,9 @@
 
 namespace qb {
 
-QuorbitDebug::~QuorbitDebug() { Close(); }
+QuorbitDebug::~QuorbitDebug() {
+    Close();
+}
 
 std::string QuorbitDebug::Quote(const std::string& text) {
     std::string r = "\"";
@@ -57,9 +59,13 @@ void QuorbitDebug::Open(const std::string& path, SystemInfo& system, const std::
     WriteEmptyLine();
 }
 
-void QuorbitDebug::WriteLine(const std::string& text) { writeRaw(Quote(text)); }
+void QuorbitDebug::WriteLine(const std::string& text) {
+    writeRaw(Quote(text));
+}
 
-void QuorbitDebug::WriteEmptyLine() { writeRaw(""); }
+void QuorbitDebug::WriteEmptyLine() {
+    writeRaw("");
+}
 
 void QuorbitDebug::Close() {
     if (file_) std::fclose(file_);

@@ -11,8 +11,8 @@ public:
     virtual ~SystemInfo() = default;
     virtual std::string operatingSystemName() = 0;  // "" when unknown
     virtual std::string processorName() = 0;        // "(unknown)" when unknown
-    virtual int32_t processorSpeedMhz() = 0;         // 0 when unknown
-    virtual uint64_t totalPhysicalMemory() = 0;      // bytes
+    virtual int32_t processorSpeedMhz() = 0;        // 0 when unknown
+    virtual uint64_t totalPhysicalMemory() = 0;     // bytes
 };
 
 // Reads /proc/cpuinfo, /proc/meminfo and /etc/os-release.

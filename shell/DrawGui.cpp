@@ -3,8 +3,12 @@
 
 namespace qb {
 
-void frmGame::DrawButtons() { gui->DrawButtons(); }
+void frmGame::DrawButtons() {
+    gui->DrawButtons();
+}
 
-void frmGame::DrawTextFields() { gui->DrawTextFields(); }
+void frmGame::DrawTextFields() {
+    gui->DrawTextFields();
+}
 
 }  // namespace qb

@@ -22,7 +22,8 @@ void frmGame::DrawWorld(bool showAll) {
     for (int32_t i = 0; i <= t.RampUpper; ++i) {
         clsRamp& r = *t.ramps[i];
         const int32_t z = r.Zpos();
-        if (showAll || (behind < static_cast<float>(z + r.scalez()) && ahead > static_cast<float>(z))) r.draw();
+        if (showAll || (behind < static_cast<float>(z + r.scalez()) && ahead > static_cast<float>(z)))
+            r.draw();
     }
     for (int32_t i = 0; i <= t.PlatformUpper; ++i) t.platforms[i]->draw();
     for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->draw(frame);

@@ -21,11 +21,17 @@ void RemoveLastCharacterOfField(frmGame& game, int32_t field) {
     if (game.gui->HasField(field)) game.gui->Field(field).removeLastCharacter();
 }
 
-int32_t CurrentTab(frmGame& game) { return game.gui->CurrentTab; }
+int32_t CurrentTab(frmGame& game) {
+    return game.gui->CurrentTab;
+}
 
-void SetCurrentTab(frmGame& game, int32_t tab) { game.gui->CurrentTab = tab; }
+void SetCurrentTab(frmGame& game, int32_t tab) {
+    game.gui->CurrentTab = tab;
+}
 
-int32_t TabCount(frmGame& game) { return game.gui->TabCount; }
+int32_t TabCount(frmGame& game) {
+    return game.gui->TabCount;
+}
 
 int32_t ButtonTabIndex(frmGame& game, int32_t slot) {
     return slot >= 1 && slot <= Gui::SlotCount && game.gui->Buttons[static_cast<size_t>(slot)]

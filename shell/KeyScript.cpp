@@ -51,8 +51,8 @@ const std::vector<uint8_t>* KeyScript::KeysAt(int64_t frame) const {
 
 const std::vector<std::pair<std::string, uint8_t>>& KeyScriptNames() {
     static const std::vector<std::pair<std::string, uint8_t>> names{
-        {"Up", DIK_UP},         {"Down", DIK_DOWN},     {"Left", DIK_LEFT},         {"Right", DIK_RIGHT},
-        {"Space", DIK_SPACE},   {"Return", DIK_RETURN}, {"Esc", DIK_ESCAPE},        {"LShift", DIK_LSHIFT},
+        {"Up", DIK_UP},         {"Down", DIK_DOWN},      {"Left", DIK_LEFT},      {"Right", DIK_RIGHT},
+        {"Space", DIK_SPACE},   {"Return", DIK_RETURN},  {"Esc", DIK_ESCAPE},     {"LShift", DIK_LSHIFT},
         {"RShift", DIK_RSHIFT}, {"LCtrl", DIK_LCONTROL}, {"RCtrl", DIK_RCONTROL}, {"H", DIK_H}};
     return names;
 }

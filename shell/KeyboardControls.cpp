@@ -44,21 +44,40 @@ void KeyboardControls::HandleKeyboard() {
     const uint8_t* k = input.KeyState;
     Release(k, DIK_ESCAPE, EscReleased);
     switch (game_.GameState) {
-        case qb::Playing: Playing(k); break;
-        case qb::PauseMenu: PauseMenu(k); break;
-        case qb::MainMenu: MainMenu(k); break;
-        case qb::ZoneChoice: ZoneChoice(k); break;
-        case qb::TrackChoice: TrackChoice(k); break;
-        case qb::NameEntry: NameEntry(k); break;
-        case qb::MadeIt: MadeIt(k); break;
+        case qb::Playing:
+            Playing(k);
+            break;
+        case qb::PauseMenu:
+            PauseMenu(k);
+            break;
+        case qb::MainMenu:
+            MainMenu(k);
+            break;
+        case qb::ZoneChoice:
+            ZoneChoice(k);
+            break;
+        case qb::TrackChoice:
+            TrackChoice(k);
+            break;
+        case qb::NameEntry:
+            NameEntry(k);
+            break;
+        case qb::MadeIt:
+            MadeIt(k);
+            break;
         case qb::Options:
             if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
             break;
-        case qb::UserTrackChoice: UserTrackChoice(k); break;
+        case qb::UserTrackChoice:
+            UserTrackChoice(k);
+            break;
         case qb::InstructionsPage1:
         case qb::InstructionsPage2:
-        case qb::InstructionsPage3: Instructions(k); break;
-        default: break;
+        case qb::InstructionsPage3:
+            Instructions(k);
+            break;
+        default:
+            break;
     }
 }
 
@@ -134,7 +153,8 @@ void KeyboardControls::PauseMenu(const uint8_t* k) {
             game_.GameState = qb::Playing;
             ReturnReleased = false;
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
@@ -147,9 +167,15 @@ void KeyboardControls::MainMenu(const uint8_t* k) {
     if (k[DIK_RETURN] != Down || !ReturnReleased) return;
     // The flag stays set: the next screen clears or ignores it.
     switch (CurrentTab(game_)) {
-        case 1: GoTo(qb::ZoneChoice, true); break;
-        case 2: GoTo(qb::Options, true); break;
-        case 3: GoTo(qb::InstructionsPage1, true); break;
+        case 1:
+            GoTo(qb::ZoneChoice, true);
+            break;
+        case 2:
+            GoTo(qb::Options, true);
+            break;
+        case 3:
+            GoTo(qb::InstructionsPage1, true);
+            break;
         case 4:
             game_.sound->PlayEffect(SfxTransit);
             game_.gui->OpenWebSite();
@@ -159,7 +185,8 @@ void KeyboardControls::MainMenu(const uint8_t* k) {
             game_.GameState = qb::Closing;
             game_.GameRunning = false;
             break;
-        default: break;
+        default:
+            break;
     }
 }
 
@@ -223,7 +250,8 @@ void KeyboardControls::NameEntry(const uint8_t* k) {
     Release(k, DIK_SPACE, SpaceReleased);
     Release(k, DIK_BACK, BackReleased);
     if (k[DIK_RETURN] == Down) {
-        if (!game_.levels->SaveFastestTime(FieldText(game_, 1), game_.LastFinishSeconds, game_.LastFinishHundredths))
+        if (!game_.levels->SaveFastestTime(FieldText(game_, 1), game_.LastFinishSeconds,
+                                           game_.LastFinishHundredths))
             game_.debug->WriteLine(game_.levels->WriteError());
         game_.GameState = qb::TrackChoice;
         game_.gui->SetupScreen(0);
@@ -235,7 +263,8 @@ void KeyboardControls::NameEntry(const uint8_t* k) {
     if (static_cast<int>(FieldText(game_, 1).size()) >= NameLength) return;
     if (Pressed(k, DIK_SPACE, SpaceReleased)) AppendToField(game_, 1, " ");
     for (size_t i = 0; i < LetterKeys.size(); ++i)
-        if (Pressed(k, LetterKeys[i], LetterReleased[i])) AppendToField(game_, 1, std::string(1, static_cast<char>('A' + i)));
+        if (Pressed(k, LetterKeys[i], LetterReleased[i]))
+            AppendToField(game_, 1, std::string(1, static_cast<char>('A' + i)));
 }
 
 void KeyboardControls::MadeIt(const uint8_t* k) {

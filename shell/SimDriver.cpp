@@ -26,9 +26,9 @@ const char* const SimCsvHeader =
 std::string FormatSimRow(const SimRow& r) {
     char buf[512];
     std::snprintf(buf, sizeof buf, "%lld,%.6f,%.6f,%.6f,%.6f,%.6f,%.6f,%d,%d,%d,%d,%d,%d,%d,",
-                  static_cast<long long>(r.frame), r.position.x, r.position.y, r.position.z, r.velocity.x, r.velocity.y,
-                  r.velocity.z, r.onGround ? 1 : 0, r.onIce ? 1 : 0, r.exploding ? 1 : 0, r.dead ? 1 : 0, r.stars,
-                  r.raceFrames, r.state);
+                  static_cast<long long>(r.frame), r.position.x, r.position.y, r.position.z, r.velocity.x,
+                  r.velocity.y, r.velocity.z, r.onGround ? 1 : 0, r.onIce ? 1 : 0, r.exploding ? 1 : 0,
+                  r.dead ? 1 : 0, r.stars, r.raceFrames, r.state);
     return buf + DescribePlayEvents(r.events);
 }
 
@@ -59,7 +59,9 @@ SimRun::~SimRun() {
     }
 }
 
-bool SimRun::GameRunning() const { return game_->GameRunning; }
+bool SimRun::GameRunning() const {
+    return game_->GameRunning;
+}
 
 bool SimRun::Start(int32_t track, std::string& error) {
     std::error_code ec;
@@ -188,7 +190,8 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
         } else if (a == "--keys") {
             keysFile = v;
         } else if (a == "--track") {
-            if (!WholeNumber(v, track) || track < 1 || track > 2147483647) return fail("--track needs a track number from 1, not \"" + v + "\"");
+            if (!WholeNumber(v, track) || track < 1 || track > 2147483647)
+                return fail("--track needs a track number from 1, not \"" + v + "\"");
         } else if (!WholeNumber(v, frames)) {
             return fail("--frames needs a whole number, not \"" + v + "\"");
         }

@@ -156,7 +156,8 @@ void frmGame::mainLoopPass() {
     }
 
     // Play passes: frames start more than FrameInterval apart; between them we sleep.
-    const int64_t interval = static_cast<int64_t>(FrameInterval * static_cast<double>(PerfFrequency) / 1000.0);
+    const int64_t interval =
+        static_cast<int64_t>(FrameInterval * static_cast<double>(PerfFrequency) / 1000.0);
     bool musicPausedForFocus = false;
     while (GameState == Playing && GameRunning) {
         if (window.hasFocus()) {
@@ -166,7 +167,8 @@ void frmGame::mainLoopPass() {
                 musicPausedForFocus = false;
                 sound->ResumeMusic();
             }
-            while (static_cast<double>(NowCount - FrameStartCount) / static_cast<double>(PerfFrequency) * 1000.0 >
+            while (static_cast<double>(NowCount - FrameStartCount) / static_cast<double>(PerfFrequency) *
+                       1000.0 >
                    FrameInterval) {
                 playFrame();
                 NowCount = clock.performanceCounter();
@@ -260,7 +262,9 @@ void frmGame::RenderFrame() {
     device.present();
 }
 
-void frmGame::HandleKeyboard() { controls->HandleKeyboard(); }
+void frmGame::HandleKeyboard() {
+    controls->HandleKeyboard();
+}
 
 void frmGame::shutdown() {
     debug->Close();

@@ -94,7 +94,7 @@ public:
     uint32_t LastAnimatedTextureTick = 0;
     static constexpr double FrameInterval = 40.0;             // ms between play frames
     static constexpr uint32_t AnimatedTextureInterval = 300;  // ms
-    bool graphicsReady = false;   // start-up step 7 succeeded
+    bool graphicsReady = false;                               // start-up step 7 succeeded
     int exitCode = 0;
 
     // Run values (the race clock and the current run).

@@ -19,7 +19,9 @@ constexpr UnitVertex kUnitBox[24] = {
 
 constexpr int kFront = 0, kLeft = 6, kRight = 12, kTop = 18;
 
-float Repeat(uint8_t scale, float size) { return scale != 0 ? static_cast<float>(scale) : size; }
+float Repeat(uint8_t scale, float size) {
+    return scale != 0 ? static_cast<float>(scale) : size;
+}
 }  // namespace
 
 void BuildBoxVertices(BoxVertices& v, uint32_t sideColour, uint32_t topColour) {
@@ -64,12 +66,18 @@ void BoxPlanes(const Box& b, std::array<CollisionPlane, 5>& planes) {
 FaceCorners BoxFaceCorners(const Box& b, int face) {
     const float X = b.x, Y = b.y, Z = b.z, x1 = b.x + b.sx, y1 = b.y + b.sy, z1 = b.z + b.sz;
     switch (face) {
-        case 1: return FaceCorners{{{X, y1, Z}, {X, y1, z1}, {X, Y, z1}, {X, Y, Z}}};
-        case 2: return FaceCorners{{{x1, y1, Z}, {x1, y1, z1}, {x1, Y, z1}, {x1, Y, Z}}};
-        case 3: return FaceCorners{{{X, y1, Z}, {X, y1, z1}, {x1, y1, z1}, {x1, y1, Z}}};
-        case 4: return FaceCorners{{{X, Y, Z}, {X, y1, Z}, {x1, y1, Z}, {x1, Y, Z}}};
-        case 5: return FaceCorners{{{X, Y, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, Y, Z}}};
-        default: return FaceCorners{};
+        case 1:
+            return FaceCorners{{{X, y1, Z}, {X, y1, z1}, {X, Y, z1}, {X, Y, Z}}};
+        case 2:
+            return FaceCorners{{{x1, y1, Z}, {x1, y1, z1}, {x1, Y, z1}, {x1, Y, Z}}};
+        case 3:
+            return FaceCorners{{{X, y1, Z}, {X, y1, z1}, {x1, y1, z1}, {x1, y1, Z}}};
+        case 4:
+            return FaceCorners{{{X, Y, Z}, {X, y1, Z}, {x1, y1, Z}, {x1, Y, Z}}};
+        case 5:
+            return FaceCorners{{{X, Y, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, Y, Z}}};
+        default:
+            return FaceCorners{};
     }
 }
 

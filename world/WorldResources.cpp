@@ -2,7 +2,9 @@
 
 namespace qb {
 
-WorldResources::~WorldResources() { clear(); }
+WorldResources::~WorldResources() {
+    clear();
+}
 
 TextureId WorldResources::texture(const std::string& path) {
     auto it = textures_.find(path);
@@ -26,7 +28,8 @@ const SharedMesh* WorldResources::mesh(const std::string& path, const std::strin
         m.materials[i] = device.meshMaterial(id, i);
         // Drawn unlit: the ambient term takes the diffuse colour.
         m.materials[i].ambient = m.materials[i].diffuse;
-        if (!m.materials[i].textureFile.empty()) m.textures[i] = texture(skinsDir + m.materials[i].textureFile);
+        if (!m.materials[i].textureFile.empty())
+            m.textures[i] = texture(skinsDir + m.materials[i].textureFile);
     }
     return &meshes_.emplace(path, std::move(m)).first->second;
 }

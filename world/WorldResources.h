@@ -41,9 +41,9 @@ public:
     int texturesHeld() const { return static_cast<int>(textures_.size()); }
 
     GraphicsDevice& device;
-    std::string TexturesPath;                     // folder of the face textures, ends with '/'
-    std::string SkinsPath;                        // folder of the model skins, ends with '/'
-    const AnimatedTextures* animated = nullptr;   // frame table for animated faces
+    std::string TexturesPath;                    // folder of the face textures, ends with '/'
+    std::string SkinsPath;                       // folder of the model skins, ends with '/'
+    const AnimatedTextures* animated = nullptr;  // frame table for animated faces
 
 private:
     std::unordered_map<std::string, TextureId> textures_;

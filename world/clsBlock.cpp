@@ -36,7 +36,9 @@ void clsBlock::Bounce() {
     bounceBase_ = y_;
 }
 
-void clsBlock::Fall() { falling_ = true; }
+void clsBlock::Fall() {
+    falling_ = true;
+}
 
 void clsBlock::draw(const WorldFrame& frame) {
     GraphicsDevice& device = res_.device;
@@ -80,7 +82,9 @@ void clsBlock::Ypos(float value) {
     if (value > -1.0f) y_ = value;
 }
 
-int32_t clsBlock::Zpos() const { return static_cast<int32_t>(std::nearbyint(z_)); }
+int32_t clsBlock::Zpos() const {
+    return static_cast<int32_t>(std::nearbyint(z_));
+}
 
 void clsBlock::Zpos(int32_t value) {
     if (value > -1) z_ = static_cast<float>(value);
@@ -144,14 +148,18 @@ void clsBlock::UpdateAnimatedTexture() {
             Texture(res_.animated->NextAnimationFrame(faces_[f].name), kFaceLetters[f], res_.TexturesPath);
 }
 
-void clsBlock::SETTEXTURE() { res_.device.setTexture(faces_[0].texture); }
+void clsBlock::SETTEXTURE() {
+    res_.device.setTexture(faces_[0].texture);
+}
 
 void clsBlock::GetCollisionPlaneBounds(int planenumber, Vector3& greatest, Vector3& smallest) const {
     if (planenumber < 1 || planenumber > 5) return;
     CornerBounds(GetFaceCorners(planenumber), planenumber, greatest, smallest);
 }
 
-void clsBlock::UpdateCollisionPlanes() { BoxPlanes(Box{x_, y_, z_, sizeX_, sizeY_, sizeZ_}, planes_); }
+void clsBlock::UpdateCollisionPlanes() {
+    BoxPlanes(Box{x_, y_, z_, sizeX_, sizeY_, sizeZ_}, planes_);
+}
 
 void clsBlock::UploadVertices() {
     // Refilling the existing buffer shows the same as replacing it, cheaper.

@@ -131,7 +131,8 @@ void clsMovingPlatform::Zpos(float value) {
     savedOrigin_.z = value;
 }
 
-void clsMovingPlatform::Texture(const std::string& Name, const std::string& face, const std::string& TextureDir) {
+void clsMovingPlatform::Texture(const std::string& Name, const std::string& face,
+                                const std::string& TextureDir) {
     for (int i = 0; i < 4; ++i) {
         if (face != kFaceLetters[i]) continue;
         faces_[i].texture = res_.texture(TextureDir + Name);
@@ -203,7 +204,9 @@ void clsMovingPlatform::UploadVertices() {
         buffer_ = res_.device.createVertexBuffer(vertices_.data(), 24);
 }
 
-void clsMovingPlatform::UpdateCollisionPlanes() { BoxPlanes(Box{x_, y_, z_, sizeX_, sizeY_, sizeZ_}, planes_); }
+void clsMovingPlatform::UpdateCollisionPlanes() {
+    BoxPlanes(Box{x_, y_, z_, sizeX_, sizeY_, sizeZ_}, planes_);
+}
 
 FaceCorners clsMovingPlatform::GetFaceCorners(int planenumber) const {
     return BoxFaceCorners(Box{x_, y_, z_, sizeX_, sizeY_, sizeZ_}, planenumber);

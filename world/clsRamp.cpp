@@ -25,24 +25,40 @@ struct WedgeVertex {
 };
 constexpr WedgeVertex kWedge[18] = {
     // slope
-    {0, 1, 1, Zero, 0, Zero, 0}, {1, 1, 1, Across, 1, Zero, 0}, {0, 0, 0, Zero, 0, Along, 1},
-    {1, 1, 1, Across, 1, Zero, 0}, {1, 0, 0, Across, 1, Along, 1}, {0, 0, 0, Zero, 0, Along, 1},
+    {0, 1, 1, Zero, 0, Zero, 0},
+    {1, 1, 1, Across, 1, Zero, 0},
+    {0, 0, 0, Zero, 0, Along, 1},
+    {1, 1, 1, Across, 1, Zero, 0},
+    {1, 0, 0, Across, 1, Along, 1},
+    {0, 0, 0, Zero, 0, Along, 1},
     // side at x = 0, side at x = 1
-    {0, 0, 0, Zero, 0, Up, 1}, {0, 0, 1, Along, 1, Up, 1}, {0, 1, 1, Along, 1, Zero, 0},
-    {1, 0, 0, Zero, 0, Up, 1}, {1, 1, 1, Along, 1, Zero, 0}, {1, 0, 1, Along, 1, Up, 1},
+    {0, 0, 0, Zero, 0, Up, 1},
+    {0, 0, 1, Along, 1, Up, 1},
+    {0, 1, 1, Along, 1, Zero, 0},
+    {1, 0, 0, Zero, 0, Up, 1},
+    {1, 1, 1, Along, 1, Zero, 0},
+    {1, 0, 1, Along, 1, Up, 1},
     // end wall at z = 1
-    {1, 1, 1, Zero, 0, Zero, 0}, {0, 1, 1, Across, 1, Zero, 0}, {1, 0, 1, Zero, 0, Up, 1},
-    {0, 1, 1, Across, 1, Zero, 0}, {0, 0, 1, Across, 1, Up, 1}, {1, 0, 1, Zero, 0, Up, 1},
+    {1, 1, 1, Zero, 0, Zero, 0},
+    {0, 1, 1, Across, 1, Zero, 0},
+    {1, 0, 1, Zero, 0, Up, 1},
+    {0, 1, 1, Across, 1, Zero, 0},
+    {0, 0, 1, Across, 1, Up, 1},
+    {1, 0, 1, Zero, 0, Up, 1},
 };
 
 const CollisionPlane kNoPlane{};
 
 float EdgeLength(Edge e, float across, float along, float up) {
     switch (e) {
-        case Across: return across;
-        case Along: return along;
-        case Up: return up;
-        default: return 0;
+        case Across:
+            return across;
+        case Along:
+            return along;
+        case Up:
+            return up;
+        default:
+            return 0;
     }
 }
 }  // namespace
@@ -123,20 +139,34 @@ void clsRamp::Texture(const std::string& Name, const std::string& face, const st
     selected_ = false;
 }
 
-int32_t clsRamp::Xpos() const { return static_cast<int32_t>(std::nearbyint(x_)); }
-void clsRamp::Xpos(int32_t value) { x_ = static_cast<float>(value); }
-int32_t clsRamp::Ypos() const { return static_cast<int32_t>(std::nearbyint(y_)); }
+int32_t clsRamp::Xpos() const {
+    return static_cast<int32_t>(std::nearbyint(x_));
+}
+void clsRamp::Xpos(int32_t value) {
+    x_ = static_cast<float>(value);
+}
+int32_t clsRamp::Ypos() const {
+    return static_cast<int32_t>(std::nearbyint(y_));
+}
 void clsRamp::Ypos(int32_t value) {
     if (value > -1) y_ = static_cast<float>(value);
 }
-int32_t clsRamp::Zpos() const { return static_cast<int32_t>(std::nearbyint(z_)); }
+int32_t clsRamp::Zpos() const {
+    return static_cast<int32_t>(std::nearbyint(z_));
+}
 void clsRamp::Zpos(int32_t value) {
     if (value > -1) z_ = static_cast<float>(value);
 }
 
-int16_t clsRamp::scaleX() const { return static_cast<int16_t>(std::nearbyint(sizeX_)); }
-int16_t clsRamp::scaleY() const { return static_cast<int16_t>(std::nearbyint(sizeY_)); }
-int16_t clsRamp::scalez() const { return static_cast<int16_t>(std::nearbyint(sizeZ_)); }
+int16_t clsRamp::scaleX() const {
+    return static_cast<int16_t>(std::nearbyint(sizeX_));
+}
+int16_t clsRamp::scaleY() const {
+    return static_cast<int16_t>(std::nearbyint(sizeY_));
+}
+int16_t clsRamp::scalez() const {
+    return static_cast<int16_t>(std::nearbyint(sizeZ_));
+}
 
 void clsRamp::scaleX(int16_t value) {
     sizeX_ = value;
@@ -161,11 +191,16 @@ void clsRamp::scalez(int16_t value) {
 
 float clsRamp::GetGradient() const {
     switch (rotation_) {
-        case 0: return sizeY_ / sizeZ_;
-        case 1: return sizeY_ / sizeX_;
-        case 2: return -(sizeY_ / sizeZ_);
-        case 3: return -(sizeY_ / sizeX_);
-        default: return 0;
+        case 0:
+            return sizeY_ / sizeZ_;
+        case 1:
+            return sizeY_ / sizeX_;
+        case 2:
+            return -(sizeY_ / sizeZ_);
+        case 3:
+            return -(sizeY_ / sizeX_);
+        default:
+            return 0;
     }
 }
 
@@ -174,7 +209,8 @@ void clsRamp::CalculateCollisionPlanes() {
     static const Vector3 kOut[6] = {{-1, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, -1, 0}, {0, 1, 0}};
     for (int face = 1; face <= 6; ++face) {
         // Along a side where the wedge has no height there is nothing to hit.
-        const bool none = (face == 1 && rotation_ == 1) || (face == 2 && rotation_ == 3) || (face == 4 && rotation_ == 0);
+        const bool none =
+            (face == 1 && rotation_ == 1) || (face == 2 && rotation_ == 3) || (face == 4 && rotation_ == 0);
         if (none || rotation_ > 3) {
             planes_[face - 1] = kNoPlane;
             continue;
@@ -220,43 +256,67 @@ FaceCorners clsRamp::GetFaceCorners(int planenumber) const {
     switch (planenumber) {
         case 1:
             switch (rotation_) {
-                case 0: return {{{X, Y, Z}, {X, y1, z1}, {X, Y, z1}, {X, Y, Z}}};
-                case 2: return {{{X, Y, Z}, {X, y1, Z}, {X, Y, z1}, {X, Y, Z}}};
-                case 3: return {{{X, Y, Z}, {X, y1, Z}, {X, y1, z1}, {X, Y, z1}}};
-                default: return none;
+                case 0:
+                    return {{{X, Y, Z}, {X, y1, z1}, {X, Y, z1}, {X, Y, Z}}};
+                case 2:
+                    return {{{X, Y, Z}, {X, y1, Z}, {X, Y, z1}, {X, Y, Z}}};
+                case 3:
+                    return {{{X, Y, Z}, {X, y1, Z}, {X, y1, z1}, {X, Y, z1}}};
+                default:
+                    return none;
             }
         case 2:
             switch (rotation_) {
-                case 0: return {{{x1, Y, Z}, {x1, y1, z1}, {x1, Y, z1}, {x1, Y, Z}}};
-                case 1: return {{{x1, Y, Z}, {x1, y1, Z}, {x1, y1, z1}, {x1, Y, z1}}};
-                case 2: return {{{x1, Y, Z}, {x1, y1, Z}, {x1, Y, z1}, {x1, Y, Z}}};
-                default: return none;
+                case 0:
+                    return {{{x1, Y, Z}, {x1, y1, z1}, {x1, Y, z1}, {x1, Y, Z}}};
+                case 1:
+                    return {{{x1, Y, Z}, {x1, y1, Z}, {x1, y1, z1}, {x1, Y, z1}}};
+                case 2:
+                    return {{{x1, Y, Z}, {x1, y1, Z}, {x1, Y, z1}, {x1, Y, Z}}};
+                default:
+                    return none;
             }
         case 3:
             switch (rotation_) {
-                case 0: return {{{X, Y, Z}, {X, y1, z1}, {x1, y1, z1}, {x1, Y, Z}}};
-                case 1: return {{{X, Y, Z}, {X, Y, z1}, {x1, y1, z1}, {x1, y1, Z}}};
-                case 2: return {{{X, y1, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, y1, Z}}};
-                case 3: return {{{x1, Y, Z}, {X, y1, Z}, {X, y1, z1}, {x1, Y, z1}}};
-                default: return none;
+                case 0:
+                    return {{{X, Y, Z}, {X, y1, z1}, {x1, y1, z1}, {x1, Y, Z}}};
+                case 1:
+                    return {{{X, Y, Z}, {X, Y, z1}, {x1, y1, z1}, {x1, y1, Z}}};
+                case 2:
+                    return {{{X, y1, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, y1, Z}}};
+                case 3:
+                    return {{{x1, Y, Z}, {X, y1, Z}, {X, y1, z1}, {x1, Y, z1}}};
+                default:
+                    return none;
             }
         case 4:
             switch (rotation_) {
-                case 1: return {{{X, Y, Z}, {x1, y1, Z}, {x1, Y, Z}, {X, Y, Z}}};
-                case 2: return {{{X, Y, Z}, {X, y1, Z}, {x1, y1, Z}, {x1, Y, Z}}};
-                case 3: return {{{X, Y, Z}, {X, y1, Z}, {x1, Y, Z}, {X, Y, Z}}};
-                default: return none;
+                case 1:
+                    return {{{X, Y, Z}, {x1, y1, Z}, {x1, Y, Z}, {X, Y, Z}}};
+                case 2:
+                    return {{{X, Y, Z}, {X, y1, Z}, {x1, y1, Z}, {x1, Y, Z}}};
+                case 3:
+                    return {{{X, Y, Z}, {X, y1, Z}, {x1, Y, Z}, {X, Y, Z}}};
+                default:
+                    return none;
             }
-        case 5: return {{{X, Y, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, Y, Z}}};
+        case 5:
+            return {{{X, Y, Z}, {X, Y, z1}, {x1, Y, z1}, {x1, Y, Z}}};
         case 6:
             switch (rotation_) {
-                case 0: return {{{X, y1, z1}, {X, y1, zFar}, {x1, y1, zFar}, {x1, y1, z1}}};
-                case 1: return {{{x1, y1, Z}, {x1, y1, z1}, {xFar, y1, z1}, {xFar, y1, Z}}};
-                case 2: return {{{X, y1, Z}, {x1, y1, Z}, {x1, y1, zNear}, {X, y1, zNear}}};
-                case 3: return {{{X, y1, Z}, {xNear, y1, Z}, {xNear, y1, z1}, {X, y1, z1}}};
-                default: return none;
+                case 0:
+                    return {{{X, y1, z1}, {X, y1, zFar}, {x1, y1, zFar}, {x1, y1, z1}}};
+                case 1:
+                    return {{{x1, y1, Z}, {x1, y1, z1}, {xFar, y1, z1}, {xFar, y1, Z}}};
+                case 2:
+                    return {{{X, y1, Z}, {x1, y1, Z}, {x1, y1, zNear}, {X, y1, zNear}}};
+                case 3:
+                    return {{{X, y1, Z}, {xNear, y1, Z}, {xNear, y1, z1}, {X, y1, z1}}};
+                default:
+                    return none;
             }
-        default: return none;
+        default:
+            return none;
     }
 }
 

@@ -33,12 +33,18 @@ void clsStar::draw(const WorldFrame& frame) {
     }
 }
 
-int32_t clsStar::Xpos() const { return static_cast<int32_t>(std::nearbyint(x_)); }
-int32_t clsStar::Ypos() const { return static_cast<int32_t>(std::nearbyint(y_)); }
+int32_t clsStar::Xpos() const {
+    return static_cast<int32_t>(std::nearbyint(x_));
+}
+int32_t clsStar::Ypos() const {
+    return static_cast<int32_t>(std::nearbyint(y_));
+}
 void clsStar::Ypos(int32_t value) {
     if (value > -1) y_ = static_cast<float>(value);
 }
-int32_t clsStar::Zpos() const { return static_cast<int32_t>(std::nearbyint(z_)); }
+int32_t clsStar::Zpos() const {
+    return static_cast<int32_t>(std::nearbyint(z_));
+}
 void clsStar::Zpos(int32_t value) {
     if (value > -1) z_ = static_cast<float>(value);
 }

@@ -43,9 +43,15 @@ void HeadlessGraphics::clear(uint32_t, float) {
 
 void HeadlessGraphics::setTransform(TransformKind kind, const Matrix4& m) {
     switch (kind) {
-        case TransformKind::World: world = m; break;
-        case TransformKind::View: view = m; break;
-        case TransformKind::Projection: projection = m; break;
+        case TransformKind::World:
+            world = m;
+            break;
+        case TransformKind::View:
+            view = m;
+            break;
+        case TransformKind::Projection:
+            projection = m;
+            break;
     }
 }
 
@@ -106,7 +112,9 @@ void HeadlessGraphics::drawPointVertices(const PointVertex*, int count) {
     primitivesDrawn += count;
 }
 
-void HeadlessGraphics::drawMeshSubset(MeshId, int) { ++drawCalls; }
+void HeadlessGraphics::drawMeshSubset(MeshId, int) {
+    ++drawCalls;
+}
 
 void HeadlessGraphics::drawText(FontId, const std::string& text, int, int, int, int, uint32_t) {
     ++textCalls;
@@ -150,7 +158,9 @@ bool ScriptedKeyboard::acquire(KeyboardInfo& out) {
     return true;
 }
 
-void ScriptedKeyboard::getState(uint8_t state[256]) { std::copy(keys, keys + 256, state); }
+void ScriptedKeyboard::getState(uint8_t state[256]) {
+    std::copy(keys, keys + 256, state);
+}
 
 long ScriptedKeyboard::getEvents(std::vector<KeyEvent>& out) {
     out.assign(queue_.begin(), queue_.end());
@@ -207,7 +217,9 @@ void HeadlessAudio::stopEffect(int slot) {
     effectSounding[slot] = false;
 }
 
-void HeadlessAudio::rewindEffect(int slot) { log.push_back("rewind " + std::to_string(slot)); }
+void HeadlessAudio::rewindEffect(int slot) {
+    log.push_back("rewind " + std::to_string(slot));
+}
 
 bool HeadlessAudio::loadMusic(int piece, const std::string& path) {
     if (!fileExists(path)) return false;
@@ -233,7 +245,12 @@ void HeadlessAudio::stopMusic(int piece) {
 // --- the bundle ------------------------------------------------------------------------
 
 HeadlessPlatform::HeadlessPlatform(const std::string& gameDir, const std::string& writeDir)
-    : platform{graphics, keyboard, clock, window, audio, system,
+    : platform{graphics,
+               keyboard,
+               clock,
+               window,
+               audio,
+               system,
                GamePaths{withSlash(gameDir), withSlash(writeDir.empty() ? gameDir : writeDir)}} {}
 
 }  // namespace qb

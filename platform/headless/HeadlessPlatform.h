@@ -18,10 +18,10 @@ namespace qb {
 class HeadlessGraphics : public GraphicsDevice {
 public:
     // What a test can ask for.
-    bool failCreate = false;      // createDevice throws
-    bool hardware = true;         // HAL present
-    bool tnl = true;              // hardware T&L present
-    bool usable = true;           // isUsable answers this
+    bool failCreate = false;  // createDevice throws
+    bool hardware = true;     // HAL present
+    bool tnl = true;          // hardware T&L present
+    bool usable = true;       // isUsable answers this
     std::vector<int> sampleSupport{2, 4};
     std::string adapter = "Headless Adapter";
     PresentParams created;
@@ -33,7 +33,7 @@ public:
     std::map<TextureStageState, uint32_t> stageStates;
     TextureId boundTexture = 0;
     std::map<TextureId, std::string> textures;  // live textures and their files
-    int texturesLoaded = 0;                      // total successful loads
+    int texturesLoaded = 0;                     // total successful loads
 
     std::string adapterDescription() override { return adapter; }
     bool hasHardwareRasterizer() override { return hardware; }
@@ -86,8 +86,8 @@ public:
     uint8_t keys[256] = {};
     KeyboardInfo info{"Headless Keyboard", 0x413, "{6F1D2B61-D5A0-11CF-BFC7-444553540000}"};
 
-    void press(uint8_t key);    // state down + event
-    void release(uint8_t key);  // state up + event
+    void press(uint8_t key);                            // state down + event
+    void release(uint8_t key);                          // state up + event
     void setOnly(std::initializer_list<uint8_t> down);  // exactly these down (events for changes)
 
     bool acquire(KeyboardInfo& out) override;

@@ -17,23 +17,33 @@ GlVertex FromBlockVertex(const BlockVertex& b) {
 
 GLenum GlBlendFactor(uint32_t blend) {
     switch (blend) {
-        case BlendZero: return GL_ZERO;
-        case BlendOne: return GL_ONE;
-        case BlendSrcAlpha: return GL_SRC_ALPHA;
-        case BlendInvSrcAlpha: return GL_ONE_MINUS_SRC_ALPHA;
+        case BlendZero:
+            return GL_ZERO;
+        case BlendOne:
+            return GL_ONE;
+        case BlendSrcAlpha:
+            return GL_SRC_ALPHA;
+        case BlendInvSrcAlpha:
+            return GL_ONE_MINUS_SRC_ALPHA;
         // The back buffer has no alpha, as the game's 16-bit one had none:
         // its alpha reads as 1.
-        case BlendDestAlpha: return GL_DST_ALPHA;
-        case BlendInvDestAlpha: return GL_ONE_MINUS_DST_ALPHA;
-        default: return GL_ONE;
+        case BlendDestAlpha:
+            return GL_DST_ALPHA;
+        case BlendInvDestAlpha:
+            return GL_ONE_MINUS_DST_ALPHA;
+        default:
+            return GL_ONE;
     }
 }
 
 GLenum GlPrimitive(Primitive type) {
     switch (type) {
-        case Primitive::PointList: return GL_POINTS;
-        case Primitive::TriangleList: return GL_TRIANGLES;
-        case Primitive::TriangleStrip: return GL_TRIANGLE_STRIP;
+        case Primitive::PointList:
+            return GL_POINTS;
+        case Primitive::TriangleList:
+            return GL_TRIANGLES;
+        case Primitive::TriangleStrip:
+            return GL_TRIANGLE_STRIP;
     }
     return GL_TRIANGLES;
 }
@@ -41,9 +51,12 @@ GLenum GlPrimitive(Primitive type) {
 int VertexCount(Primitive type, int primitiveCount) {
     if (primitiveCount <= 0) return 0;
     switch (type) {
-        case Primitive::PointList: return primitiveCount;
-        case Primitive::TriangleList: return primitiveCount * 3;
-        case Primitive::TriangleStrip: return primitiveCount + 2;
+        case Primitive::PointList:
+            return primitiveCount;
+        case Primitive::TriangleList:
+            return primitiveCount * 3;
+        case Primitive::TriangleStrip:
+            return primitiveCount + 2;
     }
     return 0;
 }

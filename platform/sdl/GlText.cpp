@@ -30,16 +30,21 @@ std::string ResolveFontFile(const std::string& face, bool bold, bool& boldFace) 
         if (FcPatternGetString(match, FC_FILE, 0, &path) == FcResultMatch && path)
             file = reinterpret_cast<const char*>(path);
         int weight = FC_WEIGHT_REGULAR;
-        if (FcPatternGetInteger(match, FC_WEIGHT, 0, &weight) == FcResultMatch) boldFace = weight >= FC_WEIGHT_DEMIBOLD;
+        if (FcPatternGetInteger(match, FC_WEIGHT, 0, &weight) == FcResultMatch)
+            boldFace = weight >= FC_WEIGHT_DEMIBOLD;
         FcPatternDestroy(match);
     }
     FcPatternDestroy(pattern);
     return file;
 }
 
-int FontPixelSize(int points) { return static_cast<int>(std::lround(points * 96.0 / 72.0)); }
+int FontPixelSize(int points) {
+    return static_cast<int>(std::lround(points * 96.0 / 72.0));
+}
 
-TextRenderer::~TextRenderer() { releaseAll(); }
+TextRenderer::~TextRenderer() {
+    releaseAll();
+}
 
 void TextRenderer::releaseAll() {
     for (auto& [key, img] : cache_)

@@ -54,8 +54,8 @@ private:
     };
     bool ttfStarted_ = false;
     FontId nextId_ = 1;
-    std::map<std::string, OpenFont> open_;   // by description
-    std::map<FontId, std::string> fonts_;    // id -> description
+    std::map<std::string, OpenFont> open_;                            // by description
+    std::map<FontId, std::string> fonts_;                             // id -> description
     std::map<std::pair<std::string, std::string>, TextImage> cache_;  // (description, text)
 };
 

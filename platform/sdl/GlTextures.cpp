@@ -19,7 +19,8 @@ bool LoadArgbImage(const std::string& path, ArgbImage& out) {
     SDL_LockSurface(argb);
     for (int y = 0; y < argb->h; ++y)
         std::memcpy(out.pixels.data() + static_cast<size_t>(y) * static_cast<size_t>(argb->w),
-                    static_cast<const uint8_t*>(argb->pixels) + static_cast<size_t>(y) * static_cast<size_t>(argb->pitch),
+                    static_cast<const uint8_t*>(argb->pixels) +
+                        static_cast<size_t>(y) * static_cast<size_t>(argb->pitch),
                     static_cast<size_t>(argb->w) * 4);
     SDL_UnlockSurface(argb);
     SDL_FreeSurface(argb);
@@ -48,8 +49,8 @@ GLuint UploadTexture(const ArgbImage& image, bool mipmaps) {
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     // ARGB words are BGRA bytes on every machine when read as 8_8_8_8_REV.
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV,
-                 image.pixels.data());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_BGRA,
+                 GL_UNSIGNED_INT_8_8_8_8_REV, image.pixels.data());
     if (mipmaps && (epoxy_gl_version() >= 30 || epoxy_has_gl_extension("GL_ARB_framebuffer_object")))
         glGenerateMipmap(GL_TEXTURE_2D);
     return tex;

@@ -8,7 +8,8 @@ namespace qb {
 ViewRect LetterboxRect(int windowW, int windowH, int bufferW, int bufferH) {
     ViewRect r;
     if (windowW <= 0 || windowH <= 0 || bufferW <= 0 || bufferH <= 0) return r;
-    const double scale = std::min(static_cast<double>(windowW) / bufferW, static_cast<double>(windowH) / bufferH);
+    const double scale =
+        std::min(static_cast<double>(windowW) / bufferW, static_cast<double>(windowH) / bufferH);
     r.w = std::min(windowW, static_cast<int>(std::lround(bufferW * scale)));
     r.h = std::min(windowH, static_cast<int>(std::lround(bufferH * scale)));
     r.x = (windowW - r.w) / 2;

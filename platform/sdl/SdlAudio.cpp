@@ -15,7 +15,9 @@ int mixerVolume(float gain) {
 }
 }  // namespace
 
-SdlAudio::~SdlAudio() { close(); }
+SdlAudio::~SdlAudio() {
+    close();
+}
 
 bool SdlAudio::open() {
     if (open_) return true;
@@ -144,7 +146,8 @@ void SdlAudio::playMusic(int piece, bool loop) {
         Mix_HaltMusic();
     }
     currentPiece_ = piece;
-    musicState_ = Mix_PlayMusic(music_[piece], loop ? -1 : 1) == 0 ? MusicState::Playing : MusicState::Stopped;
+    musicState_ =
+        Mix_PlayMusic(music_[piece], loop ? -1 : 1) == 0 ? MusicState::Playing : MusicState::Stopped;
 }
 
 void SdlAudio::pauseMusic() {

@@ -36,8 +36,8 @@ public:
     bool isOpen() const { return open_; }
 
 private:
-    static constexpr int kSlots = 10;   // effect slots 1..9 on channels 1..9
-    static constexpr int kPieces = 8;   // music pieces 1..7
+    static constexpr int kSlots = 10;  // effect slots 1..9 on channels 1..9
+    static constexpr int kPieces = 8;  // music pieces 1..7
     enum class MusicState { Stopped, Playing, Paused };
 
     bool validSlot(int slot) const { return open_ && slot > 0 && slot < kSlots && chunks_[slot]; }
@@ -48,7 +48,7 @@ private:
     Mix_Chunk* chunks_[kSlots] = {};
     bool held_[kSlots] = {};  // stopped mid-sound: the next play continues there
     _Mix_Music* music_[kPieces] = {};
-    int currentPiece_ = 0;    // the piece on the music stream
+    int currentPiece_ = 0;  // the piece on the music stream
     MusicState musicState_ = MusicState::Stopped;
 };
 

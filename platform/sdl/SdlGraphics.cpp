@@ -21,7 +21,9 @@ enum StageSlot { ColorOpSlot, ColorArg1Slot, ColorArg2Slot, AlphaOpSlot, AlphaAr
 
 }  // namespace
 
-SdlGraphics::SdlGraphics(SdlWindow& window) : window_(window) { resetStates(); }
+SdlGraphics::SdlGraphics(SdlWindow& window) : window_(window) {
+    resetStates();
+}
 
 SdlGraphics::~SdlGraphics() {
     if (!window_.ready()) return;
@@ -46,7 +48,8 @@ bool SdlGraphics::checkGl() {
     const bool combine = epoxy_gl_version() >= 13 || epoxy_has_gl_extension("GL_ARB_texture_env_combine");
     if (!fbo || !combine || epoxy_gl_version() < 15) {
         glProblem_ = "OpenGL " + std::to_string(epoxy_gl_version() / 10) + "." +
-                     std::to_string(epoxy_gl_version() % 10) + " lacks framebuffer objects or texture combiners";
+                     std::to_string(epoxy_gl_version() % 10) +
+                     " lacks framebuffer objects or texture combiners";
         std::fprintf(stderr, "Quorbit: %s\n", glProblem_.c_str());
         return false;
     }
@@ -60,18 +63,28 @@ std::string SdlGraphics::adapterDescription() {
     return renderer ? reinterpret_cast<const char*>(renderer) : "";
 }
 
-bool SdlGraphics::hasHardwareRasterizer() { return checkGl(); }
+bool SdlGraphics::hasHardwareRasterizer() {
+    return checkGl();
+}
 
-bool SdlGraphics::hasHardwareTnL() { return checkGl(); }
+bool SdlGraphics::hasHardwareTnL() {
+    return checkGl();
+}
 
-bool SdlGraphics::supportsMultiSample(int) { return false; }
+bool SdlGraphics::supportsMultiSample(int) {
+    return false;
+}
 
 void SdlGraphics::resetStates() {
     // Direct3D's defaults, which a new or reset device starts from.
-    renderStates_ = {{RenderState::ZEnable, 1},        {RenderState::ZWriteEnable, 1},
-                     {RenderState::AlphaBlendEnable, 0}, {RenderState::SrcBlend, BlendOne},
-                     {RenderState::DestBlend, BlendZero}, {RenderState::PointSize, FloatToDWord(1.0f)},
-                     {RenderState::MultisampleAntialias, 1}, {RenderState::CullMode, 3}};
+    renderStates_ = {{RenderState::ZEnable, 1},
+                     {RenderState::ZWriteEnable, 1},
+                     {RenderState::AlphaBlendEnable, 0},
+                     {RenderState::SrcBlend, BlendOne},
+                     {RenderState::DestBlend, BlendZero},
+                     {RenderState::PointSize, FloatToDWord(1.0f)},
+                     {RenderState::MultisampleAntialias, 1},
+                     {RenderState::CullMode, 3}};
     stage_[ColorOpSlot] = TopModulate;
     stage_[ColorArg1Slot] = TaTexture;
     stage_[ColorArg2Slot] = TaCurrent;
@@ -146,7 +159,8 @@ void SdlGraphics::createDevice(const PresentParams& params) {
 bool SdlGraphics::resetDevice(const PresentParams& params) {
     if (!created_) return false;
     try {
-        if (params.width != bufferW_ || params.height != bufferH_) makeBackBuffer(params.width, params.height);
+        if (params.width != bufferW_ || params.height != bufferH_)
+            makeBackBuffer(params.width, params.height);
     } catch (const DeviceError&) {
         return false;
     }
@@ -159,8 +173,8 @@ void SdlGraphics::clear(uint32_t argbColour, float depth) {
     glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
     glViewport(0, 0, bufferW_, bufferH_);
     glDisable(GL_SCISSOR_TEST);
-    glClearColor(((argbColour >> 16) & 255) / 255.0f, ((argbColour >> 8) & 255) / 255.0f, (argbColour & 255) / 255.0f,
-                 1.0f);
+    glClearColor(((argbColour >> 16) & 255) / 255.0f, ((argbColour >> 8) & 255) / 255.0f,
+                 (argbColour & 255) / 255.0f, 1.0f);
     glClearDepth(depth);
     glDepthMask(GL_TRUE);  // Direct3D clears depth whatever the write state
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
@@ -201,13 +215,21 @@ void SdlGraphics::present() {
 
 void SdlGraphics::setTransform(TransformKind kind, const Matrix4& m) {
     switch (kind) {
-        case TransformKind::World: world_ = m; break;
-        case TransformKind::View: view_ = m; break;
-        case TransformKind::Projection: projection_ = m; break;
+        case TransformKind::World:
+            world_ = m;
+            break;
+        case TransformKind::View:
+            view_ = m;
+            break;
+        case TransformKind::Projection:
+            projection_ = m;
+            break;
     }
 }
 
-void SdlGraphics::setRenderState(RenderState state, uint32_t value) { renderStates_[state] = value; }
+void SdlGraphics::setRenderState(RenderState state, uint32_t value) {
+    renderStates_[state] = value;
+}
 
 void SdlGraphics::setTextureStageState(TextureStageState state, uint32_t value) {
     stage_[static_cast<int>(state)] = value;
@@ -229,7 +251,9 @@ void SdlGraphics::applyStates() {
         glDisable(GL_BLEND);
     }
     switch (renderStates_[RenderState::CullMode]) {
-        case 1: glDisable(GL_CULL_FACE); break;
+        case 1:
+            glDisable(GL_CULL_FACE);
+            break;
         case 2:
             glEnable(GL_CULL_FACE);
             glCullFace(GL_FRONT);
@@ -281,7 +305,8 @@ void SdlGraphics::drawScratch(GLenum mode, int vertices) {
 void SdlGraphics::drawBuffer(Primitive type, BufferId buffer, int startVertex, int primitiveCount) {
     auto it = buffers_.find(buffer);
     const int n = VertexCount(type, primitiveCount);
-    if (!created_ || it == buffers_.end() || n == 0 || startVertex < 0 || startVertex + n > it->second.count) return;
+    if (!created_ || it == buffers_.end() || n == 0 || startVertex < 0 || startVertex + n > it->second.count)
+        return;
     applyStates();
     loadWorldMatrices();
     glBindBuffer(GL_ARRAY_BUFFER, it->second.vbo);
@@ -340,7 +365,8 @@ void SdlGraphics::drawPointVertices(const PointVertex* v, int count) {
 
 void SdlGraphics::drawMeshSubset(MeshId mesh, int subset) {
     auto it = meshes_.find(mesh);
-    if (!created_ || it == meshes_.end() || subset < 0 || subset >= static_cast<int>(it->second.subsets.size()))
+    if (!created_ || it == meshes_.end() || subset < 0 ||
+        subset >= static_cast<int>(it->second.subsets.size()))
         return;
     const VertexBuffer& b = it->second.subsets[static_cast<size_t>(subset)];
     if (b.count == 0) return;

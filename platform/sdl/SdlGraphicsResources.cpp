@@ -20,14 +20,15 @@ SdlGraphics::VertexBuffer SdlGraphics::upload(const BlockVertex* vertices, int c
     for (int i = 0; i < count; ++i) converted.push_back(FromBlockVertex(vertices[i]));
     glGenBuffers(1, &b.vbo);
     glBindBuffer(GL_ARRAY_BUFFER, b.vbo);
-    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(converted.size() * sizeof(GlVertex)), converted.data(),
-                 GL_DYNAMIC_DRAW);
+    glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(converted.size() * sizeof(GlVertex)),
+                 converted.data(), GL_DYNAMIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     b.count = count;
     return b;
 }
 
-TextureId SdlGraphics::createTextureFromFile(const std::string& path, int, int, uint32_t colourKey, bool mipmaps) {
+TextureId SdlGraphics::createTextureFromFile(const std::string& path, int, int, uint32_t colourKey,
+                                             bool mipmaps) {
     if (!created_) return 0;
     ArgbImage image;
     if (!LoadArgbImage(path, image)) return 0;
@@ -97,7 +98,9 @@ FontId SdlGraphics::createFont(const std::string& face, int sizePoints, bool bol
     return text_.createFont(face, sizePoints, bold);
 }
 
-void SdlGraphics::releaseFont(FontId font) { text_.releaseFont(font); }
+void SdlGraphics::releaseFont(FontId font) {
+    text_.releaseFont(font);
+}
 
 bool SdlGraphics::saveScreenshot(const std::string& pngPath) {
     if (!created_) return false;
@@ -105,11 +108,13 @@ bool SdlGraphics::saveScreenshot(const std::string& pngPath) {
     glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     glReadPixels(0, 0, bufferW_, bufferH_, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, pixels.data());
-    SDL_Surface* surface = SDL_CreateRGBSurfaceWithFormat(0, bufferW_, bufferH_, 32, SDL_PIXELFORMAT_ARGB8888);
+    SDL_Surface* surface =
+        SDL_CreateRGBSurfaceWithFormat(0, bufferW_, bufferH_, 32, SDL_PIXELFORMAT_ARGB8888);
     if (!surface) return false;
     SDL_LockSurface(surface);
     for (int y = 0; y < bufferH_; ++y)  // GL rows run bottom-up
-        std::memcpy(static_cast<uint8_t*>(surface->pixels) + static_cast<size_t>(y) * static_cast<size_t>(surface->pitch),
+        std::memcpy(static_cast<uint8_t*>(surface->pixels) +
+                        static_cast<size_t>(y) * static_cast<size_t>(surface->pitch),
                     pixels.data() + static_cast<size_t>(bufferH_ - 1 - y) * static_cast<size_t>(bufferW_),
                     static_cast<size_t>(bufferW_) * 4);
     SDL_UnlockSurface(surface);

@@ -41,10 +41,13 @@ std::string ExecutableFolder(const std::string& argv0) {
 }
 
 SdlPlatform::SdlPlatform(const std::string& argv0, bool hiddenWindow)
-    : impl_(std::make_unique<SdlPlatformImpl>(ExecutableFolder(argv0), hiddenWindow)), platform(impl_->platform) {}
+    : impl_(std::make_unique<SdlPlatformImpl>(ExecutableFolder(argv0), hiddenWindow)),
+      platform(impl_->platform) {}
 
 SdlPlatform::~SdlPlatform() = default;
 
-bool SdlPlatform::saveScreenshot(const std::string& pngPath) { return impl_->graphics.saveScreenshot(pngPath); }
+bool SdlPlatform::saveScreenshot(const std::string& pngPath) {
+    return impl_->graphics.saveScreenshot(pngPath);
+}
 
 }  // namespace qb

@@ -53,7 +53,8 @@ void SdlWindow::show() {
         videoStarted_ = true;
         // SDL falls back on drivers that show nothing; a player would see no game.
         const char* driver = SDL_GetCurrentVideoDriver();
-        const bool invisible = driver && (std::strcmp(driver, "offscreen") == 0 || std::strcmp(driver, "dummy") == 0);
+        const bool invisible =
+            driver && (std::strcmp(driver, "offscreen") == 0 || std::strcmp(driver, "dummy") == 0);
         if (invisible && !hidden_) {
             fail("no display to open the game window on (set DISPLAY or WAYLAND_DISPLAY)");
             return;
@@ -67,7 +68,8 @@ void SdlWindow::show() {
 
     Uint32 flags = SDL_WINDOW_OPENGL | SDL_WINDOW_ALLOW_HIGHDPI | SDL_WINDOW_RESIZABLE;
     flags |= hidden_ ? SDL_WINDOW_HIDDEN : SDL_WINDOW_FULLSCREEN_DESKTOP;
-    window_ = SDL_CreateWindow("Quorbit", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, bufferW_, bufferH_, flags);
+    window_ = SDL_CreateWindow("Quorbit", SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED, bufferW_, bufferH_,
+                               flags);
     if (!window_) {
         fail(std::string("the game window could not be created (") + SDL_GetError() + ")");
         return;
@@ -96,7 +98,8 @@ void SdlWindow::show() {
 void SdlWindow::setBackBufferSize(int w, int h) {
     bufferW_ = w;
     bufferH_ = h;
-    if (window_ && (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) == 0) SDL_SetWindowSize(window_, w, h);
+    if (window_ && (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) == 0)
+        SDL_SetWindowSize(window_, w, h);
 }
 
 ViewRect SdlWindow::drawablePicture(int& drawableW, int& drawableH) const {
@@ -171,8 +174,8 @@ void SdlWindow::processEvents(WindowEvents& handler) {
                 float x, y;
                 mouseToBackBuffer(e.button.x, e.button.y, x, y);
                 // The form's button numbers: 1 left, 2 right, 4 middle.
-                const int button = e.button.button == SDL_BUTTON_LEFT    ? 1
-                                   : e.button.button == SDL_BUTTON_RIGHT ? 2
+                const int button = e.button.button == SDL_BUTTON_LEFT     ? 1
+                                   : e.button.button == SDL_BUTTON_RIGHT  ? 2
                                    : e.button.button == SDL_BUTTON_MIDDLE ? 4
                                                                           : 0;
                 handler.onMouseDown(button, x, y);
@@ -202,7 +205,8 @@ void SdlWindow::messageBox(const std::string& text) {
         if (full) SDL_SetWindowFullscreen(window_, 0);
         // While the box waits for a click, a request to end the program ends
         // it: SDL's own handlers would only queue a quit nobody reads.
-        struct sigaction plain {}, oldTerm {}, oldInt {}, oldHup {};
+        struct sigaction plain {
+        }, oldTerm{}, oldInt{}, oldHup{};
         plain.sa_handler = SIG_DFL;
         sigaction(SIGTERM, &plain, &oldTerm);
         sigaction(SIGINT, &plain, &oldInt);
@@ -215,7 +219,9 @@ void SdlWindow::messageBox(const std::string& text) {
     }
 }
 
-bool SdlWindow::openUrl(const std::string& url) { return SDL_OpenURL(url.c_str()) == 0; }
+bool SdlWindow::openUrl(const std::string& url) {
+    return SDL_OpenURL(url.c_str()) == 0;
+}
 
 bool SdlWindow::waitForRefresh() {
     // The present before this call already waited for the display when it

@@ -50,7 +50,9 @@ void InstallX11Guard(SDL_Window* window) {
 #endif
 }
 
-bool X11WindowGone() { return windowGone; }
+bool X11WindowGone() {
+    return windowGone;
+}
 
 bool X11ActualWindowSize(SDL_Window* window, int& w, int& h) {
 #ifdef SDL_VIDEO_DRIVER_X11
@@ -62,12 +64,14 @@ bool X11ActualWindowSize(SDL_Window* window, int& w, int& h) {
     static GetAttributes get = [] {
         void* xlib = dlopen("libX11.so.6", RTLD_NOW | RTLD_NOLOAD);
         // Xlib stays loaded by SDL for the whole run, so the pointer stays good.
-        GetAttributes f = xlib ? reinterpret_cast<GetAttributes>(dlsym(xlib, "XGetWindowAttributes")) : nullptr;
+        GetAttributes f =
+            xlib ? reinterpret_cast<GetAttributes>(dlsym(xlib, "XGetWindowAttributes")) : nullptr;
         if (xlib) dlclose(xlib);
         return f;
     }();
     XWindowAttributes a{};
-    if (!get || !get(info.info.x11.display, info.info.x11.window, &a) || a.width <= 0 || a.height <= 0) return false;
+    if (!get || !get(info.info.x11.display, info.info.x11.window, &a) || a.width <= 0 || a.height <= 0)
+        return false;
     w = a.width;
     h = a.height;
     return true;

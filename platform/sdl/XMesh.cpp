@@ -28,7 +28,8 @@ ColorValue Colour(const aiMaterial* m, const char* key, unsigned type, unsigned 
 
 bool LoadXMesh(const std::string& path, XMeshData& out) {
     out = XMeshData{};
-    const unsigned flags = aiProcess_Triangulate | aiProcess_PreTransformVertices | aiProcess_ConvertToLeftHanded;
+    const unsigned flags =
+        aiProcess_Triangulate | aiProcess_PreTransformVertices | aiProcess_ConvertToLeftHanded;
     const aiScene* scene = aiImportFile(path.c_str(), flags);
     if (!scene) return false;
     out.materials.resize(scene->mNumMaterials);
@@ -43,8 +44,8 @@ bool LoadXMesh(const std::string& path, XMeshData& out) {
         float power = 0;
         if (aiGetMaterialFloat(m, AI_MATKEY_SHININESS, &power) == aiReturn_SUCCESS) mat.power = power;
         aiString file;
-        if (aiGetMaterialTexture(m, aiTextureType_DIFFUSE, 0, &file, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                 nullptr) == aiReturn_SUCCESS)
+        if (aiGetMaterialTexture(m, aiTextureType_DIFFUSE, 0, &file, nullptr, nullptr, nullptr, nullptr,
+                                 nullptr, nullptr) == aiReturn_SUCCESS)
             mat.textureFile = file.C_Str();
     }
     for (unsigned i = 0; i < scene->mNumMeshes; ++i) {

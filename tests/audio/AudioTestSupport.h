@@ -23,7 +23,8 @@ namespace qb::test {
 constexpr int kRate = 44100;
 
 inline std::string AudioScratch(const std::string& name) {
-    const auto dir = std::filesystem::temp_directory_path() / ("quorbit-audio-" + name + "-" + std::to_string(::getpid()));
+    const auto dir =
+        std::filesystem::temp_directory_path() / ("quorbit-audio-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir / "sfx");
     std::filesystem::create_directories(dir / "music");
@@ -66,8 +67,9 @@ inline void WriteToneWav(const std::string& path, const std::vector<Segment>& se
     out.write(reinterpret_cast<const char*>(pcm.data()), data);
 }
 
-inline const char* const kEffectFiles[] = {"Jump.wav",          "fall.wav",     "getstar.wav", "blowup.wav",
-                                           "bouncepad.wav",     "turboplatform.wav", "rollover.wav", "transit.wav"};
+inline const char* const kEffectFiles[] = {"Jump.wav",     "fall.wav",      "getstar.wav",
+                                           "blowup.wav",   "bouncepad.wav", "turboplatform.wav",
+                                           "rollover.wav", "transit.wav"};
 
 // A game folder whose every effect is a 1 kHz tone of `seconds`, and whose two
 // music pieces are tones too: the mixer recognises a stream by its content,
@@ -114,6 +116,8 @@ inline double ToneHz(const std::vector<float>& s) {
     return crossings / 2.0 * kRate / static_cast<double>(s.size());
 }
 
-inline void SleepMs(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+inline void SleepMs(int ms) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(ms));
+}
 
 }  // namespace qb::test

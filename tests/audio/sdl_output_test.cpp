@@ -63,7 +63,9 @@ struct DiskRig {
     }
 };
 
-constexpr size_t ms(int n) { return static_cast<size_t>(n) * test::kRate / 1000; }
+constexpr size_t ms(int n) {
+    return static_cast<size_t>(n) * test::kRate / 1000;
+}
 
 TEST(SdlOutput, AnEffectSoundsUntilTheEffectVolumeIsAtItsBottom) {
     DiskRig r("effect");

@@ -50,7 +50,8 @@ inline void WriteTrackFile(const std::string& path, int count, std::array<int16_
     f.ZoneComplete = zones;
     for (int n = 1; n <= count; ++n) {
         f.Levels.push_back(SmallTrack(n % 4));
-        if (static_cast<size_t>(n - 1) < times.size()) f.Levels.back().Times = times[static_cast<size_t>(n - 1)];
+        if (static_cast<size_t>(n - 1) < times.size())
+            f.Levels.back().Times = times[static_cast<size_t>(n - 1)];
         f.AllStars.push_back(0);
     }
     const std::vector<uint8_t> bytes = EncodeLevelFile(f);
@@ -67,10 +68,12 @@ inline FastestTimes Times(const std::string& a, int32_t s1, int32_t h1) {
 }
 
 inline std::string GameFolder(const std::string& name, int tracks, std::array<int16_t, 6> zones = {}) {
-    const fs::path dir = fs::temp_directory_path() / ("quorbit-gui-" + name + "-" + std::to_string(::getpid()));
+    const fs::path dir =
+        fs::temp_directory_path() / ("quorbit-gui-" + name + "-" + std::to_string(::getpid()));
     fs::remove_all(dir);
     fs::create_directories(dir);
-    for (const char* sub : {"gui", "backgrounds", "textures", "models", "skins", "misc", "sfx", "music", "web"})
+    for (const char* sub :
+         {"gui", "backgrounds", "textures", "models", "skins", "misc", "sfx", "music", "web"})
         fs::create_directory_symlink(fs::path(QUORBIT_GAME_DIR) / sub, dir / sub);
     if (tracks > 0) WriteTrackFile((dir / "levels.dat").string(), tracks, zones);
     return dir.string() + "/";

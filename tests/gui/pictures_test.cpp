@@ -17,11 +17,12 @@ struct Bmp {
     int32_t w = 0, h = 0;
     std::vector<uint8_t> bytes;
     uint32_t pixel(int x, int y) const {  // 24-bit, bottom-up rows padded to 4 bytes
-        const uint32_t offset = bytes[10] | bytes[11] << 8 | bytes[12] << 16 | static_cast<uint32_t>(bytes[13]) << 24;
+        const uint32_t offset =
+            bytes[10] | bytes[11] << 8 | bytes[12] << 16 | static_cast<uint32_t>(bytes[13]) << 24;
         const size_t stride = (static_cast<size_t>(w) * 3 + 3) & ~size_t{3};
         const size_t at = offset + static_cast<size_t>(h - 1 - y) * stride + static_cast<size_t>(x) * 3;
-        return 0xFF000000u | static_cast<uint32_t>(bytes[at + 2]) << 16 | static_cast<uint32_t>(bytes[at + 1]) << 8 |
-               bytes[at];
+        return 0xFF000000u | static_cast<uint32_t>(bytes[at + 2]) << 16 |
+               static_cast<uint32_t>(bytes[at + 1]) << 8 | bytes[at];
     }
 };
 
@@ -46,7 +47,9 @@ TEST(Pictures, EveryButtonIsKeyedAroundItsShapeAndItsRolloverMatchesIt) {
         const std::string& file = t.hp.graphics.textures.at(b.Texture());
         const Bmp bmp = ReadBmp(file);
         ASSERT_EQ(bmp.bytes[28], 24) << file;
-        const uint32_t key = (s == 29 || s == 52) ? Gui::KeyGrey189 : (s >= 53 && s <= 56) ? Gui::KeyGrey198 : Gui::KeyBlack;
+        const uint32_t key = (s == 29 || s == 52)   ? Gui::KeyGrey189
+                             : (s >= 53 && s <= 56) ? Gui::KeyGrey198
+                                                    : Gui::KeyBlack;
         // Rounded shapes leave the key in the corner; something shows inside.
         if (bmp.pixel(0, 0) == key) ++keyed;
         int shown = 0;

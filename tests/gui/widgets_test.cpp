@@ -81,9 +81,14 @@ TEST(Button, HitRuleIsStrictOnAllFourBorders) {
     r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
     r.b.X(290);
     r.b.Y(485);
-    for (const auto& [x, y, in] : std::vector<std::tuple<float, float, bool>>{
-             {290, 500, false}, {291, 500, true}, {510, 500, false}, {509, 500, true},
-             {400, 485, false}, {400, 486, true}, {400, 533, false}, {400, 532, true}})
+    for (const auto& [x, y, in] : std::vector<std::tuple<float, float, bool>>{{290, 500, false},
+                                                                              {291, 500, true},
+                                                                              {510, 500, false},
+                                                                              {509, 500, true},
+                                                                              {400, 485, false},
+                                                                              {400, 486, true},
+                                                                              {400, 533, false},
+                                                                              {400, 532, true}})
         EXPECT_EQ(r.b.Contains(x, y), in) << x << "," << y;
     r.offX = 112;
     r.offY = 84;

@@ -15,8 +15,14 @@ namespace qb::test {
 
 struct Bytes {
     std::vector<uint8_t> b;
-    Bytes& u8(uint8_t v) { b.push_back(v); return *this; }
-    Bytes& i16(int16_t v) { u8(static_cast<uint8_t>(v)); return u8(static_cast<uint8_t>(static_cast<uint16_t>(v) >> 8)); }
+    Bytes& u8(uint8_t v) {
+        b.push_back(v);
+        return *this;
+    }
+    Bytes& i16(int16_t v) {
+        u8(static_cast<uint8_t>(v));
+        return u8(static_cast<uint8_t>(static_cast<uint16_t>(v) >> 8));
+    }
     Bytes& i32(int32_t v) {
         const auto u = static_cast<uint32_t>(v);
         for (int i = 0; i < 4; ++i) u8(static_cast<uint8_t>(u >> (8 * i)));
@@ -37,8 +43,14 @@ struct Bytes {
         for (size_t i = 0; i < width; ++i) u8(i < s.size() ? static_cast<uint8_t>(s[i]) : ' ');
         return *this;
     }
-    Bytes& counted(const std::string& s) { i16(static_cast<int16_t>(s.size())); return text(s, s.size()); }
-    Bytes& append(const Bytes& o) { b.insert(b.end(), o.b.begin(), o.b.end()); return *this; }
+    Bytes& counted(const std::string& s) {
+        i16(static_cast<int16_t>(s.size()));
+        return text(s, s.size());
+    }
+    Bytes& append(const Bytes& o) {
+        b.insert(b.end(), o.b.begin(), o.b.end());
+        return *this;
+    }
 };
 
 // The body of one record after its lead byte and up to the texture count:
@@ -57,10 +69,10 @@ inline Bytes RecordHead(int16_t allStars = 0) {
 // bytes.
 inline Bytes SimpleRecord(float gravity = 200, int16_t allStars = 0) {
     Bytes r = RecordHead(allStars);
-    r.i16(2).i16(1);          // texture count, VARTYPE 2
-    r.counted("a.bmp");       // 7 bytes
+    r.i16(2).i16(1);     // texture count, VARTYPE 2
+    r.counted("a.bmp");  // 7 bytes
     r.text("sky.jpg", 50);
-    r.i32(0);                 // block upper index
+    r.i32(0);  // block upper index
     r.f32(-2).f32(0).f32(-5).f32(4).f32(1).f32(60);
     r.i16(1).i16(1).i16(1).i16(1).u8(0).u8(0).u8(1);
     r.i32(-1).i32(-1).i32(-1);
@@ -84,16 +96,16 @@ inline Bytes FileOf(const std::vector<Bytes>& records) {
 }
 
 inline std::string Scratch(const std::string& name) {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("quorbit-level-" + name + "-" + std::to_string(::getpid()));
+    const auto dir =
+        std::filesystem::temp_directory_path() / ("quorbit-level-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir);
     return dir.string() + "/";
 }
 
 inline void WriteBytes(const std::string& path, const std::vector<uint8_t>& b) {
-    std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(b.data()),
-                                                static_cast<std::streamsize>(b.size()));
+    std::ofstream(path, std::ios::binary)
+        .write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
 }
 
 inline std::vector<uint8_t> ReadBytes(const std::string& path) {

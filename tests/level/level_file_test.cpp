@@ -9,7 +9,9 @@ namespace {
 
 using test::Bytes;
 
-bool Read(const Bytes& f, LevelFile& out, LevelFileError& e) { return ReadLevelFile(f.b.data(), f.b.size(), out, e); }
+bool Read(const Bytes& f, LevelFile& out, LevelFileError& e) {
+    return ReadLevelFile(f.b.data(), f.b.size(), out, e);
+}
 
 TEST(LevelFile, OneTrackFileIs230BytesAndReadsEveryField) {
     const Bytes f = test::FileOf({test::SimpleRecord(200)});
@@ -73,7 +75,8 @@ TEST(LevelFile, TextureCountInAnyNumericTypeRoundsHalfToEven) {
         r.i16(c.type).append(c.value);
         for (int i = 0; i < c.expected; ++i) r.counted("t" + std::to_string(i) + ".bmp");
         r.text("", 50).i32(0);
-        r.f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).i16(1).i16(1).i16(1).i16(static_cast<int16_t>(c.expected));
+        r.f32(0).f32(0).f32(0).f32(1).f32(1).f32(1).i16(1).i16(1).i16(1).i16(
+            static_cast<int16_t>(c.expected));
         r.u8(0).u8(0).u8(0).i32(-1).i32(-1).i32(-1).f32(10).counted("x").i32(1).i32(2).i32(3).i32(4);
         const Bytes f = test::FileOf({r});
         LevelFile file;
@@ -91,7 +94,8 @@ TEST(LevelFile, EmptyListsTakeNoBytesAndFilledListsAreRead) {
     r.i16(2).i16(2).counted("a.bmp").counted("b.bmp").text("", 50);
     r.i32(1);  // two blocks
     for (int k = 0; k < 2; ++k)
-        r.f32(k).f32(0).f32(0).f32(1).f32(1).f32(1).i16(1).i16(2).i16(1).i16(2).u8(3).u8(4).u8(static_cast<uint8_t>(5 + k));
+        r.f32(k).f32(0).f32(0).f32(1).f32(1).f32(1).i16(1).i16(2).i16(1).i16(2).u8(3).u8(4).u8(
+            static_cast<uint8_t>(5 + k));
     r.i32(0);  // one platform
     r.f32(1).f32(2).f32(3).f32(4).f32(1).f32(4).i16(2).i16(2).i16(2).i16(2).u8(0).u8(0).u8(0);
     r.u8(5).u8(3).u8(2).u8(7);

@@ -33,11 +33,12 @@ LevelFile EveryKindOfObject() {
     for (int n = 0; n < 3; ++n) {
         LevelRecord r;
         r.LeadByte = static_cast<uint8_t>(n * 7);
-        r.Times.Names = {"ANNA           ", "A \"Q\" \\ \xE9   ", std::string("Z\0Z", 3) + std::string(12, ' ')};
+        r.Times.Names = {"ANNA           ", "A \"Q\" \\ \xE9   ",
+                         std::string("Z\0Z", 3) + std::string(12, ' ')};
         r.Times.Seconds = {12, 13, 0};
         r.Times.Hundredths = {4, 96, 8};
         r.TextureNames = {"", "road.bmp", "Road.bmp", "finish.bmp", "x y.bmp", ""};
-        r.TextureCount = n == 0 ? Tagged(4, {0, 0, 0xA0, 0x40})                 // float 5
+        r.TextureCount = n == 0   ? Tagged(4, {0, 0, 0xA0, 0x40})              // float 5
                          : n == 1 ? Tagged(6, {0x50, 0xC3, 0, 0, 0, 0, 0, 0})  // currency 5.0000
                                   : Tagged(2, {5, 0});
         r.Background = "bk001.jpg" + std::string(41, ' ');
@@ -134,24 +135,26 @@ track 1  My first track
 }
 
 TEST(TrackSource, EachMistakeIsReportedWithItsLineAndTheRestStillChecked) {
-    const std::string text =
-        std::string("block 0 0 0 1 1 1\n"                           // 1: outside a track
-        "track\n"                                       // 2: no texture, no block (reported here)
-        "  gravity heavy\n"                             // 3
-        "track\n"                                       // 4
-        "  texture a \"a.bmp\"\n"                       // 5
-        "  texture a \"b.bmp\"\n"                       // 6: used twice
-        "  texture finish \"f.bmp\"\n"                  // 7: reserved word
-        "  block 0 0 0 1 1 1 tex 3\n"                   // 8: texture out of range
-        "  block 0 0 0 1 1 1 tex a a\n"                 // 9: two of four faces
-        "  block 0 0 0 1 1\n"                           // 10: a size missing
-        "  block 0 0 0 1 1 1 wobbly\n"                  // 11: unknown option
-        "  background \"") + std::string(51, 'x') + "\"\n"  // 12: too long
-        "  time 4 \"X\" 1 1\n"                          // 13: place 4
-        "  star 0 0 0 0\n"                              // 14: one number too many
-        "  texturecount string 3\n"                     // 15
-        "  name \"unterminated\n"                       // 16
-        "  block 0 0 0 1 1 1 scale 256 0\n";            // 17
+    const std::string text = std::string(
+                                 "block 0 0 0 1 1 1\n"            // 1: outside a track
+                                 "track\n"                        // 2: no texture, no block (reported here)
+                                 "  gravity heavy\n"              // 3
+                                 "track\n"                        // 4
+                                 "  texture a \"a.bmp\"\n"        // 5
+                                 "  texture a \"b.bmp\"\n"        // 6: used twice
+                                 "  texture finish \"f.bmp\"\n"   // 7: reserved word
+                                 "  block 0 0 0 1 1 1 tex 3\n"    // 8: texture out of range
+                                 "  block 0 0 0 1 1 1 tex a a\n"  // 9: two of four faces
+                                 "  block 0 0 0 1 1\n"            // 10: a size missing
+                                 "  block 0 0 0 1 1 1 wobbly\n"   // 11: unknown option
+                                 "  background \"") +
+                             std::string(51, 'x') +
+                             "\"\n"                                // 12: too long
+                             "  time 4 \"X\" 1 1\n"                // 13: place 4
+                             "  star 0 0 0 0\n"                    // 14: one number too many
+                             "  texturecount string 3\n"           // 15
+                             "  name \"unterminated\n"             // 16
+                             "  block 0 0 0 1 1 1 scale 256 0\n";  // 17
     TrackSource src;
     std::vector<SourceError> errors;
     EXPECT_FALSE(ParseTrackSource(text, "bad.trk", src, errors));
@@ -167,11 +170,11 @@ TEST(TrackSource, EachMistakeIsReportedWithItsLineAndTheRestStillChecked) {
 TEST(TrackSource, TextureCountMustMatchTheList) {
     TrackSource src;
     std::vector<SourceError> errors;
-    EXPECT_TRUE(ParseTrackSource("track\ntexture a.bmp\ntexturecount double 1.4\nblock 0 0 0 1 1 1\n", "ok.trk", src,
-                                 errors));
+    EXPECT_TRUE(ParseTrackSource("track\ntexture a.bmp\ntexturecount double 1.4\nblock 0 0 0 1 1 1\n",
+                                 "ok.trk", src, errors));
     EXPECT_EQ(src.Tracks.Levels[0].TextureCount.VarType, 5);
-    EXPECT_FALSE(ParseTrackSource("track\ntexture a.bmp\ntexturecount byte 2\nblock 0 0 0 1 1 1\n", "no.trk", src,
-                                  errors));
+    EXPECT_FALSE(ParseTrackSource("track\ntexture a.bmp\ntexturecount byte 2\nblock 0 0 0 1 1 1\n", "no.trk",
+                                  src, errors));
     EXPECT_EQ(errors.back().Line, 1);
 }
 

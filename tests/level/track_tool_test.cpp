@@ -34,9 +34,10 @@ TEST(TrackTool, DumpToAFolderThenBuildGivesIdenticalBytes) {
     const std::string dir = test::Scratch("tool-roundtrip");
     // Twelve tracks so the dump spreads over two files.
     std::vector<test::Bytes> records;
-    for (int i = 0; i < 12; ++i) records.push_back(test::SimpleRecord(static_cast<float>(i * 50), i % 2 ? -1 : 0));
+    for (int i = 0; i < 12; ++i)
+        records.push_back(test::SimpleRecord(static_cast<float>(i * 50), i % 2 ? -1 : 0));
     test::Bytes f = test::FileOf(records);
-    f.b[8] = 0xFF;  // zone 3 flag, low byte only
+    f.b[8] = 0xFF;   // zone 3 flag, low byte only
     f.b[20] = 0x42;  // reserved bytes of track 1's index entry
     test::WriteBytes(dir + "in.dat", f.b);
 
@@ -44,7 +45,8 @@ TEST(TrackTool, DumpToAFolderThenBuildGivesIdenticalBytes) {
     ASSERT_EQ(d.code, 0) << d.out;
     ToolRun b = Tool("build -o " + dir + "out.dat " + dir + "src/zone01.trk " + dir + "src/zone02.trk");
     ASSERT_EQ(b.code, 0) << b.out;
-    EXPECT_NE(b.out.find("track 12: 1 block, 0 platforms, 0 ramps, 0 stars, 1 texture"), std::string::npos) << b.out;
+    EXPECT_NE(b.out.find("track 12: 1 block, 0 platforms, 0 ramps, 0 stars, 1 texture"), std::string::npos)
+        << b.out;
     EXPECT_EQ(test::ReadBytes(dir + "out.dat"), f.b);
 
     ToolRun s = Tool("dump " + dir + "in.dat");

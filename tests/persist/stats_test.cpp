@@ -1,11 +1,11 @@
+#include "persist/Stats.h"
+
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <climits>
 #include <filesystem>
 #include <fstream>
-
-#include "persist/Stats.h"
 
 namespace qb {
 namespace {
@@ -24,7 +24,8 @@ std::vector<uint8_t> Read(const std::string& path) {
 }
 
 int32_t At(const std::vector<uint8_t>& b, size_t o) {
-    return static_cast<int32_t>(b[o] | b[o + 1] << 8 | b[o + 2] << 16 | static_cast<uint32_t>(b[o + 3]) << 24);
+    return static_cast<int32_t>(b[o] | b[o + 1] << 8 | b[o + 2] << 16 |
+                                static_cast<uint32_t>(b[o + 3]) << 24);
 }
 
 TEST(Stats, MissingFileIsCreatedEmptyAndReadsAsZeros) {

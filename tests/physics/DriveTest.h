@@ -36,7 +36,8 @@ inline std::string TrackHead(const std::string& gravity = "10") {
 // A game folder in /tmp with levels.dat built from `source`.
 inline std::string MakeGameDir(const std::string& name, const std::string& source) {
     namespace fs = std::filesystem;
-    const fs::path dir = fs::temp_directory_path() / ("quorbit-drive-" + name + "-" + std::to_string(::getpid()));
+    const fs::path dir =
+        fs::temp_directory_path() / ("quorbit-drive-" + name + "-" + std::to_string(::getpid()));
     fs::remove_all(dir);
     fs::create_directories(dir);
     for (const char* sub : {"textures", "backgrounds", "models", "skins", "misc", "sfx", "music", "gui"}) {

@@ -1,7 +1,6 @@
 // Landing, walls, undersides, ramps and squeezing platforms.
-#include "tests/physics/DriveTest.h"
-
 #include "level/TrackObjects.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -62,8 +61,9 @@ TEST(FrontFace, AnyFasterBlowsTheCarUp) {
 TEST(FrontFace, IsIgnoredWhileTheCarIsOnARamp) {
     // A wall standing across the middle of a ramp: the car drives up
     // through it at full speed.
-    Drive d("rampwall", TrackHead() + " block -2 0 -5 4 1 15 tex road\n ramp -2 1 10 4 2 6 tex road wall\n"
-                                      " block -2 0 16 4 3 10 tex road\n block -2 1 13 4 4 1 tex wall\n");
+    Drive d("rampwall", TrackHead() +
+                            " block -2 0 -5 4 1 15 tex road\n ramp -2 1 10 4 2 6 tex road wall\n"
+                            " block -2 0 16 4 3 10 tex road\n block -2 1 13 4 4 1 tex wall\n");
     ASSERT_TRUE(d.settle());
     bool passed = false, onRampAtWall = false;
     for (int i = 0; i < 80 && !passed; ++i) {
@@ -77,8 +77,9 @@ TEST(FrontFace, IsIgnoredWhileTheCarIsOnARamp) {
 }
 
 TEST(Ramp, TheCarClimbsWithTheGradientAndLandsOnTheHighRoad) {
-    Drive d("ramp", TrackHead() + " block -2 0 -5 4 1 15 tex road\n ramp -2 1 10 4 2 6 tex road wall\n"
-                                  " block -2 0 16 4 3 30 tex road\n");
+    Drive d("ramp", TrackHead() +
+                        " block -2 0 -5 4 1 15 tex road\n ramp -2 1 10 4 2 6 tex road wall\n"
+                        " block -2 0 16 4 3 30 tex road\n");
     ASSERT_TRUE(d.settle());
     int onRamp = 0;
     while (d.car().Posz() < 32) {

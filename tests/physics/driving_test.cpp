@@ -8,7 +8,8 @@ using test::Drive;
 using test::TrackHead;
 
 const std::string Flat = TrackHead() + " block -20 0 -5 40 1 400 tex wall wall wall road\n";
-const std::string FlatIce = TrackHead() + " texture icy \"ice.bmp\"\n block -20 0 -5 40 1 400 tex wall wall wall icy ice\n";
+const std::string FlatIce =
+    TrackHead() + " texture icy \"ice.bmp\"\n block -20 0 -5 40 1 400 tex wall wall wall icy ice\n";
 
 TEST(Accelerating, FromRestReachesTopSpeedAfterThirtyFramesAndStops) {
     Drive d("accel", Flat);

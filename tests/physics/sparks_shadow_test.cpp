@@ -1,11 +1,10 @@
 // The star sparks and the shadow pieces.
-#include "tests/physics/DriveTest.h"
-
 #include <cmath>
 
 #include "level/TrackObjects.h"
 #include "physics/clsParticles.h"
 #include "physics/clsShadow.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -197,7 +196,8 @@ TEST(Shadow, FromAHundredUpNothingBelowIsFound) {
 }
 
 TEST(Shadow, OnAPlatformTheSecondPieceCarriesTheWholePicture) {
-    Drive d("shadowplatform", TrackHead() + " block -9 0 40 1 1 1 tex road\n platform -5 0 -5 10 1 20 tex road\n");
+    Drive d("shadowplatform",
+            TrackHead() + " block -9 0 40 1 1 1 tex road\n platform -5 0 -5 10 1 20 tex road\n");
     d.game().track->platforms[0]->UpdateCollisionPlanes();
     const clsShadow& s = ShadowAt(d, 0, 1.0001f, 5);
     ExpectPiece(s, 1, 0.8f, 0);

@@ -1,9 +1,8 @@
 // The special blocks, stars, falling out and the explosion's course.
-#include "tests/physics/DriveTest.h"
-
 #include "level/TrackObjects.h"
 #include "physics/clsParticles.h"
 #include "shell/GuiLink.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -63,7 +62,10 @@ TEST(FallingBlock, CarriesTheCarDown) {
 }
 
 TEST(Ice, LastsOnlyWhileTouched) {
-    Drive d("ice", TrackHead() + " texture icy \"ice.bmp\"\n block -2 0 -5 4 1 8 tex icy ice\n block -2 0 3 4 1 20 tex road\n");
+    Drive d(
+        "ice",
+        TrackHead() +
+            " texture icy \"ice.bmp\"\n block -2 0 -5 4 1 8 tex icy ice\n block -2 0 3 4 1 20 tex road\n");
     ASSERT_TRUE(d.settle());
     EXPECT_TRUE(d.rows.back().onIce);
     while (d.car().Posz() < 5) d.frame({DIK_UP});
@@ -72,7 +74,9 @@ TEST(Ice, LastsOnlyWhileTouched) {
 }
 
 TEST(Deadly, BlowsTheCarUpAndTheRunRestartsAfterTheExplosion) {
-    Drive d("deadly", Under("deadly", " block -2 0 30 4 1 4 tex road\n platform -2 5 40 4 1 4 dir right speed 5 dist 2 loop\n"));
+    Drive d("deadly",
+            Under("deadly",
+                  " block -2 0 30 4 1 4 tex road\n platform -2 5 40 4 1 4 dir right speed 5 dist 2 loop\n"));
     int frame = 0;
     while (!(d.frame().events & EventExplode)) ASSERT_LT(++frame, 100);
     const Vector3 at = d.car().GetPosition();

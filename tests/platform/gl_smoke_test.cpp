@@ -55,7 +55,9 @@ protected:
         ASSERT_EQ(picture.width, 800);
         ASSERT_EQ(picture.height, 600);
     }
-    uint32_t at(int x, int y) const { return picture.pixels[static_cast<size_t>(y) * 800 + static_cast<size_t>(x)]; }
+    uint32_t at(int x, int y) const {
+        return picture.pixels[static_cast<size_t>(y) * 800 + static_cast<size_t>(x)];
+    }
     static int channel(uint32_t c, int shift) { return static_cast<int>((c >> shift) & 255); }
     void expectColour(int x, int y, int r, int g, int b, int tolerance = 3) const {
         const uint32_t c = at(x, y);
@@ -66,16 +68,21 @@ protected:
 
     // The camera 3 units in front of the unit cube's front face, looking at it.
     void lookAtCube() {
-        device.setTransform(TransformKind::View, MatrixLookAtLH({0.5f, 0.5f, -3}, {0.5f, 0.5f, 0}, {0, 1, 0}));
-        device.setTransform(TransformKind::Projection, MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f));
+        device.setTransform(TransformKind::View,
+                            MatrixLookAtLH({0.5f, 0.5f, -3}, {0.5f, 0.5f, 0}, {0, 1, 0}));
+        device.setTransform(TransformKind::Projection,
+                            MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f));
         device.setTransform(TransformKind::World, MatrixIdentity());
     }
 };
 
-BlockVertex V(float x, float y, float z, uint32_t diffuse, float u, float v) { return {x, y, z, diffuse, 0, u, v}; }
+BlockVertex V(float x, float y, float z, uint32_t diffuse, float u, float v) {
+    return {x, y, z, diffuse, 0, u, v};
+}
 
 TEST_F(GlDevice, BlockFrontFaceShowsAndBackWindingIsCulled) {
-    const TextureId red = device.createTextureFromFile(WriteBmp("qb_red.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
+    const TextureId red =
+        device.createTextureFromFile(WriteBmp("qb_red.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
     ASSERT_NE(red, 0u);
     // The block's front face as the block builds it, grey 9A9A9A.
     const BlockVertex front[6] = {V(0, 1, 0, 0xFF9A9A9A, 0, 0), V(1, 1, 0, 0xFF9A9A9A, 1, 0),
@@ -133,8 +140,8 @@ TEST_F(GlDevice, NearerGeometryHidesFartherAndScreenDepthCounts) {
 
 TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     // Left half magenta (the key), right half green.
-    const TextureId keyed =
-        device.createTextureFromFile(WriteBmp("qb_keyed.bmp", 64, 64, 0xFF00FF, 0x00FF00), 64, 64, 0xFFFF00FFu, true);
+    const TextureId keyed = device.createTextureFromFile(WriteBmp("qb_keyed.bmp", 64, 64, 0xFF00FF, 0x00FF00),
+                                                         64, 64, 0xFFFF00FFu, true);
     ASSERT_NE(keyed, 0u);
     device.clear(Backdrop, 1.0f);
     device.setRenderState(RenderState::ZWriteEnable, 0);
@@ -144,8 +151,10 @@ TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     device.setTextureStageState(TextureStageState::AlphaArg1, TaTexture);
     device.setTexture(keyed);
     const uint32_t white = 0xFFFFFFFFu;
-    ScreenVertex q[4] = {{100, 100, 1, 1, white, 0, 0, 0}, {164, 100, 0, 1, white, 0, 1, 0},
-                         {100, 163, 0, 1, white, 0, 0, 1}, {164, 163, 0, 1, white, 0, 1, 1}};
+    ScreenVertex q[4] = {{100, 100, 1, 1, white, 0, 0, 0},
+                         {164, 100, 0, 1, white, 0, 1, 0},
+                         {100, 163, 0, 1, white, 0, 0, 1},
+                         {164, 163, 0, 1, white, 0, 1, 1}};
     device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
     // A translucent button: diffuse alpha 160 modulated with itself, added to
     // what is there (destination alpha reads 1).
@@ -155,13 +164,15 @@ TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     device.setTextureStageState(TextureStageState::AlphaArg1, TaDiffuse);
     device.setTextureStageState(TextureStageState::AlphaArg2, TaCurrent);
     const uint32_t faint = 0xA0FFFFFFu;
-    ScreenVertex t[4] = {{300, 100, 1, 1, faint, 0, 0, 0}, {364, 100, 0, 1, faint, 0, 1, 0},
-                         {300, 163, 0, 1, faint, 0, 0, 1}, {364, 163, 0, 1, faint, 0, 1, 1}};
+    ScreenVertex t[4] = {{300, 100, 1, 1, faint, 0, 0, 0},
+                         {364, 100, 0, 1, faint, 0, 1, 0},
+                         {300, 163, 0, 1, faint, 0, 0, 1},
+                         {364, 163, 0, 1, faint, 0, 1, 1}};
     device.drawScreenVertices(Primitive::TriangleStrip, t, 2);
     shoot("qb_keyed.png");
-    expectColour(110, 130, 0, 0, 64);    // keyed: the backdrop shows through
-    expectColour(150, 130, 0, 255, 0);   // green, opaque
-    expectColour(310, 130, 0, 0, 64);        // keyed texels are transparent black: nothing added
+    expectColour(110, 130, 0, 0, 64);       // keyed: the backdrop shows through
+    expectColour(150, 130, 0, 255, 0);      // green, opaque
+    expectColour(310, 130, 0, 0, 64);       // keyed texels are transparent black: nothing added
     expectColour(350, 130, 0, 100, 64, 4);  // green * (160/255)^2 added to the backdrop
 }
 
@@ -202,7 +213,8 @@ TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
 }
 
 TEST_F(GlDevice, PointSpriteIsViewportHeightTimesSizeWide) {
-    const TextureId white = device.createTextureFromFile(WriteBmp("qb_white.bmp", 8, 8, 0xFFFFFF, 0xFFFFFF), 0, 0, 0, true);
+    const TextureId white =
+        device.createTextureFromFile(WriteBmp("qb_white.bmp", 8, 8, 0xFFFFFF, 0xFFFFFF), 0, 0, 0, true);
     device.clear(Backdrop, 1.0f);
     lookAtCube();
     device.setTexture(white);
@@ -218,7 +230,8 @@ TEST_F(GlDevice, PointSpriteIsViewportHeightTimesSizeWide) {
 }
 
 TEST_F(GlDevice, VideoModeChangeRemakesTheBackBufferAndKeepsTextures) {
-    const TextureId red = device.createTextureFromFile(WriteBmp("qb_red2.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
+    const TextureId red =
+        device.createTextureFromFile(WriteBmp("qb_red2.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
     ASSERT_TRUE(device.resetDevice(PresentParams{1024, 768, 0}));
     EXPECT_TRUE(device.isUsable());
     device.setRenderState(RenderState::ZEnable, 1);
@@ -226,8 +239,10 @@ TEST_F(GlDevice, VideoModeChangeRemakesTheBackBufferAndKeepsTextures) {
     device.setTexture(red);
     const uint32_t white = 0xFFFFFFFFu;
     // The bottom-right corner exists only in the larger mode.
-    ScreenVertex q[4] = {{1000, 740, 0, 1, white, 0, 0, 0}, {1024, 740, 0, 1, white, 0, 1, 0},
-                         {1000, 768, 0, 1, white, 0, 0, 1}, {1024, 768, 0, 1, white, 0, 1, 1}};
+    ScreenVertex q[4] = {{1000, 740, 0, 1, white, 0, 0, 0},
+                         {1024, 740, 0, 1, white, 0, 1, 0},
+                         {1000, 768, 0, 1, white, 0, 0, 1},
+                         {1024, 768, 0, 1, white, 0, 1, 1}};
     device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
     device.present();
     const std::string path = ::testing::TempDir() + "qb_mode2.png";

@@ -14,12 +14,12 @@ TEST(SdlKeyboardMapping, GameKeysHaveTheirDirectInputCodes) {
         int dik;
     };
     const Case cases[] = {
-        {SDL_SCANCODE_ESCAPE, 1},    {SDL_SCANCODE_RETURN, 28},  {SDL_SCANCODE_UP, 200},
-        {SDL_SCANCODE_DOWN, 208},    {SDL_SCANCODE_LEFT, 203},   {SDL_SCANCODE_RIGHT, 205},
-        {SDL_SCANCODE_SPACE, 57},    {SDL_SCANCODE_BACKSPACE, 14}, {SDL_SCANCODE_LSHIFT, 42},
-        {SDL_SCANCODE_RSHIFT, 54},   {SDL_SCANCODE_LCTRL, 29},   {SDL_SCANCODE_RCTRL, 157},
-        {SDL_SCANCODE_KP_ENTER, 0x9C}, {SDL_SCANCODE_TAB, 0x0F}, {SDL_SCANCODE_1, 2},
-        {SDL_SCANCODE_9, 10},        {SDL_SCANCODE_0, 11},
+        {SDL_SCANCODE_ESCAPE, 1},      {SDL_SCANCODE_RETURN, 28},    {SDL_SCANCODE_UP, 200},
+        {SDL_SCANCODE_DOWN, 208},      {SDL_SCANCODE_LEFT, 203},     {SDL_SCANCODE_RIGHT, 205},
+        {SDL_SCANCODE_SPACE, 57},      {SDL_SCANCODE_BACKSPACE, 14}, {SDL_SCANCODE_LSHIFT, 42},
+        {SDL_SCANCODE_RSHIFT, 54},     {SDL_SCANCODE_LCTRL, 29},     {SDL_SCANCODE_RCTRL, 157},
+        {SDL_SCANCODE_KP_ENTER, 0x9C}, {SDL_SCANCODE_TAB, 0x0F},     {SDL_SCANCODE_1, 2},
+        {SDL_SCANCODE_9, 10},          {SDL_SCANCODE_0, 11},
     };
     for (const Case& c : cases) EXPECT_EQ(ScancodeToDik(c.sc), c.dik) << SDL_GetScancodeName(c.sc);
 }
@@ -89,7 +89,7 @@ TEST(SdlKeyboardQueue, ElevenChangesOverflowOnceAndKeepTheFirstTen) {
     std::vector<KeyEvent> events;
     EXPECT_EQ(kb.getEvents(events), KeyboardDevice::DIERR_BUFFEROVERFLOW);
     ASSERT_EQ(events.size(), 10u);
-    EXPECT_EQ(events.front().key, 30u);                        // A
+    EXPECT_EQ(events.front().key, 30u);                           // A
     EXPECT_EQ(events.back().key, ScancodeToDik(SDL_SCANCODE_J));  // the tenth
     // The state still knows the eleventh key; the next read is clean.
     uint8_t state[256];

@@ -17,7 +17,8 @@ namespace {
 struct Recorder : WindowEvents {
     std::vector<std::string> seen;
     void onMouseMove(float x, float y) override {
-        seen.push_back("move " + std::to_string(static_cast<int>(x)) + "," + std::to_string(static_cast<int>(y)));
+        seen.push_back("move " + std::to_string(static_cast<int>(x)) + "," +
+                       std::to_string(static_cast<int>(y)));
     }
     void onMouseDown(int button, float x, float y) override {
         seen.push_back("down " + std::to_string(button) + " " + std::to_string(static_cast<int>(x)) + "," +

@@ -27,7 +27,9 @@ namespace fs = std::filesystem;
 class DamagedFolder {
 public:
     explicit DamagedFolder(const std::string& name) {
-        dir_ = (fs::temp_directory_path() / ("quorbit-bad-" + name + "-" + std::to_string(::getpid()))).string() + "/";
+        dir_ = (fs::temp_directory_path() / ("quorbit-bad-" + name + "-" + std::to_string(::getpid())))
+                   .string() +
+               "/";
         fs::remove_all(dir_);
         fs::create_directories(dir_);
         for (const auto& e : fs::directory_iterator(QUORBIT_GAME_DIR)) {
@@ -73,15 +75,21 @@ void ExpectPlayable(const std::string& dir, const std::function<void(SimRun&)>& 
 
 TEST(MissingAssets, TheGameGoesOnWithoutWhatIsOnlyDressing) {
     const char* files[] = {
-        "textures/road.bmp",        // a face texture: the default texture stands in
-        "textures/_default.bmp",    // even the default: the face is drawn plain
+        "textures/road.bmp",      // a face texture: the default texture stands in
+        "textures/_default.bmp",  // even the default: the face is drawn plain
         "textures/AnimationTest_1.bmp",
-        "backgrounds/_default.jpg", "backgrounds/bk001.jpg", "backgrounds/bk002.jpg", "backgrounds/load.jpg",
-        "models/player.x",          // the car is not drawn, but it drives
-        "models/orb.x",             // stars are invisible but can be taken
+        "backgrounds/_default.jpg",
+        "backgrounds/bk001.jpg",
+        "backgrounds/bk002.jpg",
+        "backgrounds/load.jpg",
+        "models/player.x",  // the car is not drawn, but it drives
+        "models/orb.x",     // stars are invisible but can be taken
         "skins/player.bmp",
-        "misc/explode1.bmp", "misc/starParticle.bmp", "misc/shadowimage.bmp",
-        "music/track01.ogg", "music/winlevel.ogg",
+        "misc/explode1.bmp",
+        "misc/starParticle.bmp",
+        "misc/shadowimage.bmp",
+        "music/track01.ogg",
+        "music/winlevel.ogg",
     };
     for (const char* file : files) {
         SCOPED_TRACE(file);
@@ -123,7 +131,8 @@ TEST(MissingAssets, AMissingMenuPictureIsExplainedAndTheRunEnds) {
         frmGame game(hp.platform);
         EXPECT_EQ(game.Form_Load(), 1);
         ASSERT_FALSE(hp.window.messages.empty());
-        EXPECT_NE(hp.window.messages.back().find("title.bmp"), std::string::npos) << hp.window.messages.back();
+        EXPECT_NE(hp.window.messages.back().find("title.bmp"), std::string::npos)
+            << hp.window.messages.back();
         std::ifstream log(writeDir + "Debug.txt");
         std::string all((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
         EXPECT_NE(all.find("Quorbit cannot go on"), std::string::npos);

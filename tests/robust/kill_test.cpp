@@ -85,7 +85,8 @@ int32_t CheckFiles(const std::string& dir) {
 TEST(KilledWhileSaving, EveryFileStaysWholeAndHoldsOldOrNewContent) {
     const std::string source = std::string(QUORBIT_GAME_DIR) + "/levels.dat";
     if (!fs::exists(source)) GTEST_SKIP() << "no generated levels.dat";
-    const std::string dir = (fs::temp_directory_path() / ("quorbit-kill-" + std::to_string(::getpid()))).string() + "/";
+    const std::string dir =
+        (fs::temp_directory_path() / ("quorbit-kill-" + std::to_string(::getpid()))).string() + "/";
     fs::remove_all(dir);
     fs::create_directories(dir);
     fs::copy_file(source, dir + "levels.dat");

@@ -31,15 +31,21 @@ struct Step {
     int maxPasses = 5000;
 };
 
-Step Hold(std::vector<uint8_t> keys, int passes) { return Step{std::move(keys), passes, {}, -1, -1}; }
+Step Hold(std::vector<uint8_t> keys, int passes) {
+    return Step{std::move(keys), passes, {}, -1, -1};
+}
 // One pass: held longer, Return would act again on the next screen.
-Step Press(uint8_t key) { return Hold({key}, 1); }
+Step Press(uint8_t key) {
+    return Hold({key}, 1);
+}
 Step HoldUntil(std::vector<uint8_t> keys, GameStateValue state, int maxPasses = 5000) {
     Step s{std::move(keys), 0, [state](const frmGame& g) { return g.GameState == state; }, -1, -1};
     s.maxPasses = maxPasses;
     return s;
 }
-Step Click(float x, float y) { return Step{{}, 2, {}, x, y}; }
+Step Click(float x, float y) {
+    return Step{{}, 2, {}, x, y};
+}
 
 TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
     const std::string dir =
@@ -51,38 +57,34 @@ TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
     frmGame game(hp.platform);
 
     std::deque<Step> script = {
-        Hold({}, 30),
-        Press(DIK_DOWN), Press(DIK_RETURN),                    // main menu: options
-        HoldUntil({}, Options, 50),
-        Click(430, 425), Hold({}, 20),                           // 1024x768
-        Click(430, 395), Hold({}, 20),                           // 800x600
-        Click(430, 425), Hold({}, 20),                           // 1024x768 again
-        Press(DIK_ESCAPE), HoldUntil({}, MainMenu, 50),
-        Press(DIK_RETURN), HoldUntil({}, ZoneChoice, 50),  // the focus is back on play
-        Press(DIK_RETURN), HoldUntil({}, TrackChoice, 50),
-        Hold({}, 10),
+        Hold({}, 30), Press(DIK_DOWN), Press(DIK_RETURN),           // main menu: options
+        HoldUntil({}, Options, 50), Click(430, 425), Hold({}, 20),  // 1024x768
+        Click(430, 395), Hold({}, 20),                              // 800x600
+        Click(430, 425), Hold({}, 20),                              // 1024x768 again
+        Press(DIK_ESCAPE), HoldUntil({}, MainMenu, 50), Press(DIK_RETURN),
+        HoldUntil({}, ZoneChoice, 50),  // the focus is back on play
+        Press(DIK_RETURN), HoldUntil({}, TrackChoice, 50), Hold({}, 10),
         // Track 1: hold Up to the finish, then type a name.
         Press(DIK_RETURN), HoldUntil({DIK_UP}, NameEntry, 4000),
         Hold({}, 3),  // the name entry first sees every letter up
         Press(DIK_A), Press(DIK_S), Press(DIK_A), Press(DIK_N), Press(DIK_BACK), Press(DIK_N),
         Press(DIK_RETURN), HoldUntil({}, TrackChoice, 50),
         // Track 2: Up alone runs into its gaps: deaths and restarts.
-        Press(DIK_RIGHT), Hold({}, 5), Press(DIK_RETURN), Hold({DIK_UP}, 2600),
-        Hold({DIK_UP, DIK_SPACE}, 60), Hold({DIK_LEFT, DIK_UP}, 40),
-        Hold({DIK_ESCAPE}, 6), HoldUntil({}, PauseMenu, 20),  // play frames come slower than passes
-        Press(DIK_RETURN), HoldUntil({}, TrackChoice, 20),     // exit track (the focused item)
+        Press(DIK_RIGHT), Hold({}, 5), Press(DIK_RETURN), Hold({DIK_UP}, 2600), Hold({DIK_UP, DIK_SPACE}, 60),
+        Hold({DIK_LEFT, DIK_UP}, 40), Hold({DIK_ESCAPE}, 6),
+        HoldUntil({}, PauseMenu, 20),                       // play frames come slower than passes
+        Press(DIK_RETURN), HoldUntil({}, TrackChoice, 20),  // exit track (the focused item)
         // Track 3: weave, jump, pause, give up to the main menu.
-        Press(DIK_RIGHT), Hold({}, 5), Press(DIK_RETURN),
-        Hold({DIK_UP, DIK_RIGHT}, 80), Hold({DIK_UP, DIK_LEFT}, 80), Hold({DIK_UP, DIK_LCONTROL}, 200),
-        Hold({DIK_DOWN}, 40), Hold({DIK_UP}, 400),
-        Hold({DIK_ESCAPE}, 6), HoldUntil({}, PauseMenu, 20),  // play frames come slower than passes
+        Press(DIK_RIGHT), Hold({}, 5), Press(DIK_RETURN), Hold({DIK_UP, DIK_RIGHT}, 80),
+        Hold({DIK_UP, DIK_LEFT}, 80), Hold({DIK_UP, DIK_LCONTROL}, 200), Hold({DIK_DOWN}, 40),
+        Hold({DIK_UP}, 400), Hold({DIK_ESCAPE}, 6),
+        HoldUntil({}, PauseMenu, 20),  // play frames come slower than passes
         Press(DIK_DOWN), Press(DIK_RETURN), HoldUntil({}, MainMenu, 20),  // quit game
         // The instruction pages, both ways round.
         Press(DIK_DOWN), Press(DIK_DOWN), Press(DIK_RETURN), HoldUntil({}, InstructionsPage1, 20),
-        Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_LEFT),
-        Press(DIK_ESCAPE), HoldUntil({}, MainMenu, 20),
-        Hold({}, 1800),                                        // half a minute idle in the menu
-        Click(430, 395), Hold({}, 5),                          // instructions, by the mouse
+        Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_LEFT), Press(DIK_ESCAPE),
+        HoldUntil({}, MainMenu, 20), Hold({}, 1800),  // half a minute idle in the menu
+        Click(430, 395), Hold({}, 5),                 // instructions, by the mouse
     };
 
     int passes = 0, stepPasses = 0;
@@ -91,7 +93,8 @@ TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
         ++passes;
         static int lastState = -99;
         if (getenv("QUORBIT_TRACE") && game.GameState != lastState) {
-            fprintf(stderr, "pass %d state %d steps left %zu frames %d\n", passes, game.GameState, script.size(), game.RaceFrames);
+            fprintf(stderr, "pass %d state %d steps left %zu frames %d\n", passes, game.GameState,
+                    script.size(), game.RaceFrames);
             lastState = game.GameState;
         }
         if (script.empty()) {
@@ -105,7 +108,8 @@ TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
         }
         const bool holding = s.until ? !s.until(game) : stepPasses < s.passes;
         if (s.until && stepPasses > s.maxPasses) {
-            ADD_FAILURE() << "stuck in state " << game.GameState << " with " << script.size() << " steps left";
+            ADD_FAILURE() << "stuck in state " << game.GameState << " with " << script.size()
+                          << " steps left";
             failed = true;
             w.onClose();
             return;

@@ -1,13 +1,12 @@
 // A run from start to finish: times, the fastest-times table, the name
 // entry, the pause menu and the statistics.
-#include "tests/physics/DriveTest.h"
-
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
 #include "shell/GuiLink.h"
 #include "shell/KeyboardControls.h"
 #include "shell/RaceTime.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -17,7 +16,8 @@ using test::TrackHead;
 
 // A start block and a finish block just ahead; `times` lines fill the table.
 std::string FinishTrack(const std::string& times = "", const std::string& stars = "") {
-    return TrackHead() + times + " block -2 0 -5 4 1 10 tex road\n block -2 0 5 4 1 4 tex flag finish\n" + stars;
+    return TrackHead() + times + " block -2 0 -5 4 1 10 tex road\n block -2 0 5 4 1 4 tex flag finish\n" +
+           stars;
 }
 
 // Lets the car settle, then puts it over the finish with the clock at
@@ -79,12 +79,15 @@ TEST(Finish, TheAllStarsFlagNeedsEveryStar) {
     d.car().ForwardVelocity(0);
     ASSERT_TRUE(d.frame().events & EventFinish);
     EXPECT_FALSE(d.game().levels->AllStars(1));
-    EXPECT_EQ(d.run->Result(), "result: finished " + RaceTime::FromFrames(d.game().collision->FinishFrames).Clock() +
-                                   " stars 1/2");
+    EXPECT_EQ(
+        d.run->Result(),
+        "result: finished " + RaceTime::FromFrames(d.game().collision->FinishFrames).Clock() + " stars 1/2");
 }
 
 // One menu pass with exactly these keys down.
-void Pass(Drive& d, std::initializer_list<uint8_t> keys = {}) { d.frame(keys); }
+void Pass(Drive& d, std::initializer_list<uint8_t> keys = {}) {
+    d.frame(keys);
+}
 void Type(Drive& d, uint8_t key) {
     Pass(d);
     Pass(d, {key});

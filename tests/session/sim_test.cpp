@@ -63,7 +63,8 @@ TEST(SimCourse, TheCommittedScriptFinishesWithAKnownTimeAndEveryStar) {
 }
 
 TEST(SimCommandLine, FramesLimitTheRunAndNoScriptHoldsNoKeys) {
-    const std::string dir = test::MakeGameDir("simframes", test::TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
+    const std::string dir =
+        test::MakeGameDir("simframes", test::TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
     const SimResult r = Sim({"--game-dir", dir, "--track", "1", "--frames", "20", "--keys", "-"});
     ASSERT_EQ(r.code, 0) << r.err;
     const auto lines = r.lines();
@@ -78,7 +79,8 @@ TEST(SimCommandLine, FramesLimitTheRunAndNoScriptHoldsNoKeys) {
 }
 
 TEST(SimCommandLine, BadArgumentsAndScriptsExitWithTwo) {
-    const std::string dir = test::MakeGameDir("simbad", test::TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
+    const std::string dir =
+        test::MakeGameDir("simbad", test::TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
     EXPECT_EQ(Sim({"--track", "1", "--frames", "5"}).code, 2);
     EXPECT_EQ(Sim({"--game-dir", dir, "--frames", "5"}).code, 2);
     EXPECT_EQ(Sim({"--game-dir", dir, "--track", "0", "--frames", "5"}).code, 2);
@@ -104,8 +106,9 @@ TEST(SimCommandLine, BadArgumentsAndScriptsExitWithTwo) {
 TEST(KeyScripts, StepsCountsAndNames) {
     KeyScript s;
     std::string error;
-    ASSERT_TRUE(ParseKeyScript("# start\n12 -\n\n30 Up+Space  # jump\n1 LShift+RShift+LCtrl+RCtrl+Esc+Return+H+Down+Left+Right\n",
-                               s, error))
+    ASSERT_TRUE(ParseKeyScript(
+        "# start\n12 -\n\n30 Up+Space  # jump\n1 LShift+RShift+LCtrl+RCtrl+Esc+Return+H+Down+Left+Right\n", s,
+        error))
         << error;
     ASSERT_EQ(s.steps.size(), 3u);
     EXPECT_EQ(s.TotalFrames(), 43);
@@ -115,7 +118,8 @@ TEST(KeyScripts, StepsCountsAndNames) {
     ASSERT_NE(s.KeysAt(12), nullptr);
     EXPECT_EQ(s.KeysAt(12)->size(), 2u);
     EXPECT_EQ(s.KeysAt(43), nullptr);
-    for (const char* bad : {"0 Up", "-3 Up", "3", "3 Up Down", "x Up", "3 up", "3 Up+", "3 +Up", "3 Up++Down"}) {
+    for (const char* bad :
+         {"0 Up", "-3 Up", "3", "3 Up Down", "x Up", "3 up", "3 Up+", "3 +Up", "3 Up++Down"}) {
         EXPECT_FALSE(ParseKeyScript(bad, s, error)) << bad;
         EXPECT_EQ(error.rfind("line 1: ", 0), 0u) << error;
     }

@@ -14,8 +14,8 @@
 namespace qb::test {
 
 inline std::string ScratchDir(const std::string& name) {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("quorbit-" + name + "-" + std::to_string(::getpid()));
+    const auto dir =
+        std::filesystem::temp_directory_path() / ("quorbit-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir);
     return dir.string() + "/";

@@ -37,7 +37,8 @@ TEST(FramePacing, AFrameLongerThanTheIntervalIsFollowedAtOnce) {
     PacedRun r("slowframes");
     r.run(6, [](int) { return 60.0; });
     ASSERT_GE(r.frameStarts.size(), 6u);
-    for (size_t i = 1; i < r.frameStarts.size(); ++i) EXPECT_EQ(r.frameStarts[i] - r.frameStarts[i - 1], 60000);
+    for (size_t i = 1; i < r.frameStarts.size(); ++i)
+        EXPECT_EQ(r.frameStarts[i] - r.frameStarts[i - 1], 60000);
 }
 
 TEST(FramePacing, ShortFramesStartJustOverTheIntervalApart) {
@@ -56,7 +57,8 @@ TEST(FramePacing, NoDebtBuildsUpAfterAStall) {
     r.run(6, [](int i) { return i == 2 ? 200.0 : 10.0; });
     ASSERT_GE(r.frameStarts.size(), 6u);
     EXPECT_EQ(r.frameStarts[3] - r.frameStarts[2], 200000);  // straight after the stall
-    for (size_t i = 4; i < r.frameStarts.size(); ++i) EXPECT_GT(r.frameStarts[i] - r.frameStarts[i - 1], 40000);
+    for (size_t i = 4; i < r.frameStarts.size(); ++i)
+        EXPECT_GT(r.frameStarts[i] - r.frameStarts[i - 1], 40000);
 }
 
 TEST(FramePacing, WithoutFocusNothingMovesAndTheClockStandsStill) {

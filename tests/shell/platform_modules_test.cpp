@@ -22,10 +22,8 @@ TEST(Matrices, LookAtFromTheStartCameraMatchesDirect3D) {
     const float len = std::sqrt(17.0f * 17.0f + 18.0f * 18.0f);
     const float zy = -17.0f / len, zz = 18.0f / len;  // forward axis
     const float yy = zz, yz = -zy;                    // up axis = forward x right
-    const float want[4][4] = {{1, 0, 0, 0},
-                              {0, yy, zy, 0},
-                              {0, yz, zz, 0},
-                              {0, -(25 * yy + -18 * yz), -(25 * zy + -18 * zz), 1}};
+    const float want[4][4] = {
+        {1, 0, 0, 0}, {0, yy, zy, 0}, {0, yz, zz, 0}, {0, -(25 * yy + -18 * yz), -(25 * zy + -18 * zz), 1}};
     ExpectMatrix(m, want);
     // The look-at point lies on the view axis, in front of the eye.
     const Vector3 at = TransformCoord({0, 8, 0}, m);
@@ -37,10 +35,8 @@ TEST(Matrices, LookAtFromTheStartCameraMatchesDirect3D) {
 TEST(Matrices, PerspectiveMapsNearAndFarToZeroAndOne) {
     const Matrix4 m = MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f);
     const float ys = 1.0f / std::tan(3.14159265f / 8);
-    const float want[4][4] = {{ys, 0, 0, 0},
-                              {0, ys, 0, 0},
-                              {0, 0, 500.0f / 499.9f, 1},
-                              {0, 0, -0.1f * 500.0f / 499.9f, 0}};
+    const float want[4][4] = {
+        {ys, 0, 0, 0}, {0, ys, 0, 0}, {0, 0, 500.0f / 499.9f, 1}, {0, 0, -0.1f * 500.0f / 499.9f, 0}};
     ExpectMatrix(m, want);
     EXPECT_NEAR(TransformCoord({0, 0, 0.1f}, m).z, 0.0f, 1e-5);
     EXPECT_NEAR(TransformCoord({0, 0, 500.0f}, m).z, 1.0f, 1e-5);

@@ -82,9 +82,11 @@ TEST(Startup, WithoutHardwareLogsFalseExplainsAndStops) {
     const Case cases[] = {
         {"nohal", [](HeadlessGraphics& g) { g.hardware = false; }, "\"No 3D Hardware Detected\"",
          "No 3D hardware detected. Quorbit requires a 3D accelerator Video Card"},
-        {"notnl", [](HeadlessGraphics& g) { g.tnl = false; }, "\"No Hardware Transform and lighting avalible\"",
+        {"notnl", [](HeadlessGraphics& g) { g.tnl = false; },
+         "\"No Hardware Transform and lighting avalible\"",
          "Hardware Transform and lighting required. Feature not found"},
-        {"createfails", [](HeadlessGraphics& g) { g.failCreate = true; }, "\"Initalise DirectX and DX3D = False\"",
+        {"createfails", [](HeadlessGraphics& g) { g.failCreate = true; },
+         "\"Initalise DirectX and DX3D = False\"",
          "Something went wrong trying to initalise DX -2005530516 D3DERR_NOTAVAILABLE"},
     };
     for (const Case& c : cases) {

@@ -16,8 +16,8 @@
 namespace qb::test {
 
 inline std::string WorldScratch(const std::string& name) {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("quorbit-world-" + name + "-" + std::to_string(::getpid()));
+    const auto dir =
+        std::filesystem::temp_directory_path() / ("quorbit-world-" + name + "-" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir / "textures");
     std::filesystem::create_directories(dir / "backgrounds");
@@ -26,7 +26,9 @@ inline std::string WorldScratch(const std::string& name) {
     return dir.string() + "/";
 }
 
-inline void Touch(const std::string& path) { std::ofstream(path) << "x"; }
+inline void Touch(const std::string& path) {
+    std::ofstream(path) << "x";
+}
 
 // The headless device only checks that a file exists.
 inline void TouchTextures(const std::string& dir) {
@@ -56,11 +58,11 @@ struct WorldRig {
         EXPECT_FLOAT_EQ((v).z, (Z)); \
     } while (0)
 
-#define EXPECT_PLANE(p, A, B, C, D)  \
-    do {                             \
-        EXPECT_FLOAT_EQ((p).a, (A)); \
-        EXPECT_FLOAT_EQ((p).b, (B)); \
-        EXPECT_FLOAT_EQ((p).c, (C)); \
+#define EXPECT_PLANE(p, A, B, C, D)    \
+    do {                               \
+        EXPECT_FLOAT_EQ((p).a, (A));   \
+        EXPECT_FLOAT_EQ((p).b, (B));   \
+        EXPECT_FLOAT_EQ((p).c, (C));   \
         EXPECT_NEAR((p).d, (D), 1e-6); \
     } while (0)
 

@@ -117,7 +117,7 @@ TEST(Block, TexturesRepeatPerUnitUnlessTheTrackFixesTheCount) {
     EXPECT_FLOAT_EQ(fixed.vertices()[1].u, 2);   // front
     EXPECT_FLOAT_EQ(fixed.vertices()[19].u, 1);  // top
     EXPECT_FLOAT_EQ(fixed.vertices()[20].v, 1);
-    EXPECT_FLOAT_EQ(fixed.vertices()[6].u, 2);   // left
+    EXPECT_FLOAT_EQ(fixed.vertices()[6].u, 2);  // left
 
     // Zero or negative sizes change nothing.
     fixed.scaleX(0);

@@ -61,10 +61,10 @@ TEST(BuildLevel, BlocksGetTheirRecordValues) {
     b.scaleY = 0.5f;
     b.ScaleTextureSide = 0;
     b.ScaleTextureTop = 2;
-    b.TextureB = 3;   // Stone.bmp: only stone.BMP is on disk
-    b.TextureC = 4;   // an empty name
-    b.TextureA = 9;   // no such index
-    b.TextureD = 5;   // an animation frame
+    b.TextureB = 3;  // Stone.bmp: only stone.BMP is on disk
+    b.TextureC = 4;  // an empty name
+    b.TextureA = 9;  // no such index
+    b.TextureD = 5;  // an animation frame
     b.ActionCode = 4;
     rig.game->RaceFrames = 77;
     rig.track().BuildLevel(rec, false);

@@ -17,11 +17,23 @@ std::string Slurp(const std::string& path) {
     return ss.str();
 }
 
-const char* const kTextures[] = {"_default.bmp", "road.bmp",     "road_alt.bmp",        "wall.bmp",
-                                 "edge.bmp",     "finish.bmp",   "bounce.bmp",          "ice.bmp",
-                                 "falling.bmp",  "turbo.bmp",    "deadly.bmp",          "ramp.bmp",
-                                 "platform.bmp", "AnimationTest_0.bmp", "AnimationTest_1.bmp",
-                                 "AnimationTest_2.bmp", "AnimationTest_3.bmp"};
+const char* const kTextures[] = {"_default.bmp",
+                                 "road.bmp",
+                                 "road_alt.bmp",
+                                 "wall.bmp",
+                                 "edge.bmp",
+                                 "finish.bmp",
+                                 "bounce.bmp",
+                                 "ice.bmp",
+                                 "falling.bmp",
+                                 "turbo.bmp",
+                                 "deadly.bmp",
+                                 "ramp.bmp",
+                                 "platform.bmp",
+                                 "AnimationTest_0.bmp",
+                                 "AnimationTest_1.bmp",
+                                 "AnimationTest_2.bmp",
+                                 "AnimationTest_3.bmp"};
 const char* const kSkies[] = {"_default.jpg", "bk001.jpg", "bk002.jpg", "bk003.jpg",
                               "bk004.jpg",    "bk005.jpg", "bk006.jpg"};
 
@@ -49,9 +61,11 @@ TEST(WorldContent, EveryTextureSkyAndTheStarAreThere) {
 }
 
 TEST(WorldContent, SameProgramSameBytes) {
-    const auto dir = std::filesystem::temp_directory_path() / ("quorbit-world-content-" + std::to_string(::getpid()));
+    const auto dir =
+        std::filesystem::temp_directory_path() / ("quorbit-world-content-" + std::to_string(::getpid()));
     std::filesystem::remove_all(dir);
-    const std::string cmd = std::string(QUORBIT_TOOLS_DIR) + "/quorbit-content " + dir.string() + " > /dev/null";
+    const std::string cmd =
+        std::string(QUORBIT_TOOLS_DIR) + "/quorbit-content " + dir.string() + " > /dev/null";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
     const std::string game = std::string(QUORBIT_GAME_DIR) + "/";
     for (const char* t : kTextures)

@@ -81,7 +81,8 @@ TEST(Ramp, EveryRotationHasOutwardPlanesAndMissingSides) {
                 EXPECT_PLANE(p, 0, 0, 0, 0);
                 continue;
             }
-            if (face != 3) EXPECT_VEC3(r.GetPlaneNormal(face), out[face - 1].x, out[face - 1].y, out[face - 1].z);
+            if (face != 3)
+                EXPECT_VEC3(r.GetPlaneNormal(face), out[face - 1].x, out[face - 1].y, out[face - 1].z);
             // Each corner of the face lies in its plane.
             for (const Vector3& c : r.GetFaceCorners(face).p)
                 EXPECT_NEAR(p.a * c.x + p.b * c.y + p.c * c.z + p.d, 0, 1e-5) << rot << " " << face;

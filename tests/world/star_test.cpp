@@ -49,7 +49,7 @@ TEST(Star, DrawnTurnedAboutYAtItsPositionWithoutTexture) {
     s.Zpos(12);
     rig.device.boundTexture = 99;
     for (int i = 0; i < 18; ++i) s.draw(WorldFrame{true, 0});  // 90 degrees
-    EXPECT_EQ(rig.device.boundTexture, 0u);  // the material names no skin
+    EXPECT_EQ(rig.device.boundTexture, 0u);                    // the material names no skin
     const Vector3 p = TransformCoord(Vector3{1, 0, 0}, rig.device.world);
     EXPECT_NEAR(p.x, -1, 1e-5);
     EXPECT_NEAR(p.y, 3, 1e-5);

@@ -131,7 +131,8 @@ Picture BlockTypes(const std::string& gameDir) {
             pic.text(kinds[i].name, static_cast<float>(x + 70), static_cast<float>(y + 15), name);
             pic.text(kinds[i].effect, static_cast<float>(x + 70), static_cast<float>(y + 38), effect);
         } else {
-            pic.panel(static_cast<float>(x), static_cast<float>(y), 52, 52, 4, Rgb{20, 30, 70}, Rgb{10, 14, 40});
+            pic.panel(static_cast<float>(x), static_cast<float>(y), 52, 52, 4, Rgb{20, 30, 70},
+                      Rgb{10, 14, 40});
             pic.star(static_cast<float>(x + 26), static_cast<float>(y + 27), 22, 9, p::Gold, p::Orange);
             pic.text("Star", static_cast<float>(x + 70), static_cast<float>(y + 15), name);
             pic.text("Take them all for the star badge.", static_cast<float>(x + 70),

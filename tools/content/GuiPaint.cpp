@@ -21,7 +21,8 @@ std::string FindFontFile(const std::string& pattern) {
     FcPattern* match = FcFontMatch(nullptr, pat, &result);
     std::string file;
     FcChar8* f = nullptr;
-    if (match && FcPatternGetString(match, FC_FILE, 0, &f) == FcResultMatch) file = reinterpret_cast<char*>(f);
+    if (match && FcPatternGetString(match, FC_FILE, 0, &f) == FcResultMatch)
+        file = reinterpret_cast<char*>(f);
     if (match) FcPatternDestroy(match);
     FcPatternDestroy(pat);
     if (file.empty()) throw std::runtime_error("no font for " + pattern);
@@ -69,7 +70,8 @@ void Picture::panel(float x, float y, float pw, float ph, float radius, const Rg
         }
 }
 
-void Picture::border(float x, float y, float pw, float ph, float radius, float width, const Rgb& c, float alpha) {
+void Picture::border(float x, float y, float pw, float ph, float radius, float width, const Rgb& c,
+                     float alpha) {
     for (int py = 0; py < h(); ++py)
         for (int px = 0; px < w(); ++px) {
             const float fx = px + 0.5f, fy = py + 0.5f;
@@ -103,7 +105,8 @@ int Picture::text(const std::string& s, float x, float cy, const TextStyle& st) 
     const int top = static_cast<int>(std::lround(cy - gh / 2.0f));
     auto coverage = [g](int gx, int gy) -> float {
         if (gx < 0 || gy < 0 || gx >= g->w || gy >= g->h) return 0;
-        const auto* row = reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(g->pixels) + gy * g->pitch);
+        const auto* row =
+            reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(g->pixels) + gy * g->pitch);
         return static_cast<float>(row[gx] >> 24) / 255.0f;
     };
     auto stamp = [&](int dx, int dy, const Rgb& c, float a, float markFrom) {
@@ -153,7 +156,8 @@ void Picture::star(float cx, float cy, float outer, float inner, const Rgb& top,
             const float fx = px + 0.5f, fy = py + 0.5f;
             bool in = false;
             for (int i = 0, j = 9; i < 10; j = i++)
-                if ((vy[i] > fy) != (vy[j] > fy) && fx < (vx[j] - vx[i]) * (fy - vy[i]) / (vy[j] - vy[i]) + vx[i])
+                if ((vy[i] > fy) != (vy[j] > fy) &&
+                    fx < (vx[j] - vx[i]) * (fy - vy[i]) / (vy[j] - vy[i]) + vx[i])
                     in = !in;
             if (!in) continue;
             canvas.at(px, py) = Mix(top, bottom, std::clamp((fy - (cy - outer)) / (2 * outer), 0.0f, 1.0f));
@@ -188,7 +192,8 @@ void Picture::image(const std::string& path, int x, int y, int iw, int ih) {
             float r = 0, g = 0, b = 0;
             int n = 0;
             for (int sy = y0; sy < y1; ++sy) {
-                const auto* row = reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(s->pixels) + sy * s->pitch);
+                const auto* row =
+                    reinterpret_cast<const uint32_t*>(static_cast<const uint8_t*>(s->pixels) + sy * s->pitch);
                 for (int sx = x0; sx < x1; ++sx, ++n) {
                     r += static_cast<float>((row[sx] >> 16) & 255);
                     g += static_cast<float>((row[sx] >> 8) & 255);

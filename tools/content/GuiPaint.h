@@ -17,13 +17,13 @@ namespace qb::content {
 std::string FindFontFile(const std::string& pattern);
 
 struct TextStyle {
-    int px = 20;          // pixel height of the font
+    int px = 20;  // pixel height of the font
     bool bold = true;
     Rgb colour{255, 255, 255};
     float alpha = 1;
-    int align = 0;        // -1 left at x, 0 centred on x, 1 right at x
-    bool shadow = false;  // a dark copy one pixel down-right beneath
-    bool outline = false; // a dark ring around the letters (for text on the key)
+    int align = 0;         // -1 left at x, 0 centred on x, 1 right at x
+    bool shadow = false;   // a dark copy one pixel down-right beneath
+    bool outline = false;  // a dark ring around the letters (for text on the key)
     Rgb outlineColour{12, 16, 40};
     bool condensed = false;  // the narrower companion face
 };
@@ -37,7 +37,8 @@ public:
     // Fills a rounded rectangle with a vertical gradient and marks it inside.
     void panel(float x, float y, float pw, float ph, float radius, const Rgb& top, const Rgb& bottom);
     // A line of `width` along the inner edge of a rounded rectangle.
-    void border(float x, float y, float pw, float ph, float radius, float width, const Rgb& c, float alpha = 1);
+    void border(float x, float y, float pw, float ph, float radius, float width, const Rgb& c,
+                float alpha = 1);
     // Draws text with its middle at height cy; returns its width in pixels.
     int text(const std::string& s, float x, float cy, const TextStyle& st);
     // Width of a text in a style, without drawing.

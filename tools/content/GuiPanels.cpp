@@ -60,7 +60,8 @@ Picture Zone(const std::string& gameDir, int z, bool lit) {
     st.shadow = false;
     st.bold = false;
     st.colour = lit ? Navy : p::Ice;
-    pic.text("TRACKS " + std::to_string(10 * (z - 1) + 1) + " TO " + std::to_string(10 * z), W / 2.0f, H - 15, st);
+    pic.text("TRACKS " + std::to_string(10 * (z - 1) + 1) + " TO " + std::to_string(10 * z), W / 2.0f, H - 15,
+             st);
     return pic;
 }
 
@@ -102,13 +103,15 @@ Picture Places() {
     Picture pic(170, 350, Key189);
     const char* const names[] = {"1ST", "2ND", "3RD"};
     const Rgb colours[] = {p::Gold, Rgb{214, 222, 236}, Rgb{222, 150, 90}};
-    for (int i = 0; i < 3; ++i) TableRow(pic, 60.0f + 100.0f * static_cast<float>(i), 170, 88, names[i], colours[i]);
+    for (int i = 0; i < 3; ++i)
+        TableRow(pic, 60.0f + 100.0f * static_cast<float>(i), 170, 88, names[i], colours[i]);
     return pic;
 }
 
 Picture StatLabels() {
     Picture pic(167, 276, Key189);
-    const std::pair<float, const char*> rows[] = {{0, "TIME PLAYED"}, {80, "BLOWN UP"}, {160, "FALLEN OFF"}, {220, "JUMPS"}};
+    const std::pair<float, const char*> rows[] = {
+        {0, "TIME PLAYED"}, {80, "BLOWN UP"}, {160, "FALLEN OFF"}, {220, "JUMPS"}};
     for (const auto& [y, label] : rows) TableRow(pic, y, 167, 54, label, p::Gold);
     return pic;
 }
@@ -124,7 +127,8 @@ Picture ResultPanel(bool record) {
     head.outline = false;
     head.shadow = true;
     pic.text(record ? "NEW FASTEST TIME!" : "TRACK COMPLETE!", W / 2.0f, 36, head);
-    for (int i = 0; i < 5; ++i) pic.star(90.0f + 60.0f * static_cast<float>(i), 66, 8, 3.5f, p::Gold, p::Orange);
+    for (int i = 0; i < 5; ++i)
+        pic.star(90.0f + 60.0f * static_cast<float>(i), 66, 8, 3.5f, p::Gold, p::Orange);
     TextStyle hint;
     hint.px = 14;
     hint.bold = false;

@@ -61,6 +61,8 @@ TextStyle Outlined(int px, const Rgb& colour) {
     return st;
 }
 
-void Save(const Picture& pic, const std::string& dir, const std::string& name) { pic.save(dir + name); }
+void Save(const Picture& pic, const std::string& dir, const std::string& name) {
+    pic.save(dir + name);
+}
 
 }  // namespace qb::content::gui

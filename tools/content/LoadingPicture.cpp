@@ -44,7 +44,8 @@ void MakeLoadingPicture(const std::string& gameDir) {
     };
     for (int i = 0; i < 420; ++i) {
         const float x = next() * W, y = next() * H * 0.7f, m = next();
-        c.disc(x, y, 0.5f + m * m * 1.5f, Mix(p::Ice, p::White, m), (0.3f + 0.7f * m) * (1 - y / (H * 0.75f)));
+        c.disc(x, y, 0.5f + m * m * 1.5f, Mix(p::Ice, p::White, m),
+               (0.3f + 0.7f * m) * (1 - y / (H * 0.75f)));
     }
     // A glow on the horizon where the track disappears.
     for (int y = 0; y < H; ++y)
@@ -55,7 +56,8 @@ void MakeLoadingPicture(const std::string& gameDir) {
         }
     // Floating blocks running off to the horizon, far ones first, with gaps
     // between them; a few special ones and stars on the way.
-    const Rgb tops[] = {p::Steel, p::Steel, p::Orange, p::Steel, p::Ice, p::Steel, p::Gold, p::Steel, p::Teal, p::Steel};
+    const Rgb tops[] = {p::Steel, p::Steel, p::Orange, p::Steel, p::Ice,
+                        p::Steel, p::Gold,  p::Steel,  p::Teal,  p::Steel};
     constexpr float Horizon = 450, K = 230;
     for (int i = 9; i >= 0; --i) {
         const float d0 = 1.0f + 0.85f * static_cast<float>(i), d1 = d0 + 0.55f;
@@ -67,8 +69,8 @@ void MakeLoadingPicture(const std::string& gameDir) {
         const float thick = 40.0f / d0;
         Quad(c, yFar, cFar - halfFar, cFar + halfFar, yNear, cNear - halfNear, cNear + halfNear,
              Mix(tops[i], p::Black, 0.25f), tops[i]);
-        Quad(c, yNear, cNear - halfNear, cNear + halfNear, yNear + thick, cNear - halfNear, cNear + halfNear, p::Deep,
-             p::Night);
+        Quad(c, yNear, cNear - halfNear, cNear + halfNear, yNear + thick, cNear - halfNear, cNear + halfNear,
+             p::Deep, p::Night);
         c.line(cNear - halfNear, yNear, cNear + halfNear, yNear, std::max(1.0f, 3.0f / d0), p::Cyan, 0.8f);
         if (i % 3 == 1) {
             const float r = 22.0f / d0;

@@ -15,11 +15,14 @@ namespace {
 constexpr Rgb Key{255, 0, 255};
 constexpr Rgb Transparent{0, 0, 0};
 
-float Clamp01(float v) { return std::min(1.0f, std::max(0.0f, v)); }
+float Clamp01(float v) {
+    return std::min(1.0f, std::max(0.0f, v));
+}
 
 // Colour of burning gas from hot (1) to cooled smoke (0).
 Rgb FireRamp(float heat) {
-    const Rgb smoke{58, 50, 46}, ember{150, 34, 14}, flame{246, 120, 24}, yellow{255, 214, 92}, white{255, 250, 226};
+    const Rgb smoke{58, 50, 46}, ember{150, 34, 14}, flame{246, 120, 24}, yellow{255, 214, 92},
+        white{255, 250, 226};
     if (heat < 0.25f) return Mix(smoke, ember, heat / 0.25f);
     if (heat < 0.5f) return Mix(ember, flame, (heat - 0.25f) / 0.25f);
     if (heat < 0.8f) return Mix(flame, yellow, (heat - 0.5f) / 0.3f);
@@ -103,7 +106,8 @@ void WriteShadow(const std::string& path) {
     for (int y = 0; y < n; ++y)
         for (int x = 0; x < n; ++x) {
             // Rounded-square distance: 0 in the middle, 1 at the rim.
-            const float ux = std::fabs(x + 0.5f - n / 2.0f) / (n / 2.0f), uy = std::fabs(y + 0.5f - n / 2.0f) / (n / 2.0f);
+            const float ux = std::fabs(x + 0.5f - n / 2.0f) / (n / 2.0f),
+                        uy = std::fabs(y + 0.5f - n / 2.0f) / (n / 2.0f);
             const float d = std::pow(std::pow(ux, 4.0f) + std::pow(uy, 4.0f), 0.25f);
             const float cover = Clamp01((0.98f - d) / 0.42f);
             const float threshold = (bayer[y % 4][x % 4] + 0.5f) / 16.0f;

@@ -6,7 +6,9 @@
 namespace qb::content::sound {
 
 namespace {
-double cents(double c) { return std::pow(2.0, c / 1200.0); }
+double cents(double c) {
+    return std::pow(2.0, c / 1200.0);
+}
 
 // Runs `voice(t)` returning (left, right) for every sample of a note.
 template <typename Voice>
@@ -21,15 +23,20 @@ void render(Stereo& out, size_t at, double seconds, Voice voice) {
     }
 }
 
-float panL(float pan) { return static_cast<float>(std::cos((pan + 1.0) * kPi / 4.0)); }
-float panR(float pan) { return static_cast<float>(std::sin((pan + 1.0) * kPi / 4.0)); }
+float panL(float pan) {
+    return static_cast<float>(std::cos((pan + 1.0) * kPi / 4.0));
+}
+float panR(float pan) {
+    return static_cast<float>(std::sin((pan + 1.0) * kPi / 4.0));
+}
 }  // namespace
 
 void Kick(Stereo& out, size_t at, float gain) {
     Osc osc;
     render(out, at, 0.45, [&](double t, float& l, float& r) {
         const double hz = 48.0 + 120.0 * std::exp(-t / 0.028);
-        const double env = std::min(1.0, t / 0.001) * std::exp(-t / 0.22) * std::clamp((0.45 - t) / 0.05, 0.0, 1.0);
+        const double env =
+            std::min(1.0, t / 0.001) * std::exp(-t / 0.22) * std::clamp((0.45 - t) / 0.05, 0.0, 1.0);
         const float v = gain * static_cast<float>(env) * osc.sine(hz);
         l = v;
         r = v;
@@ -41,8 +48,10 @@ void Snare(Stereo& out, size_t at, float gain, Rng& rng) {
     Svf hp;
     render(out, at, 0.32, [&](double t, float& l, float& r) {
         const double attack = std::min(1.0, t / 0.001);
-        const float tone = body.sine(185.0 + 40.0 * std::exp(-t / 0.01)) * static_cast<float>(std::exp(-t / 0.05));
-        const float noise = hp.process(rng.next(), 1800.0f, 0.1f).high * static_cast<float>(std::exp(-t / 0.09));
+        const float tone =
+            body.sine(185.0 + 40.0 * std::exp(-t / 0.01)) * static_cast<float>(std::exp(-t / 0.05));
+        const float noise =
+            hp.process(rng.next(), 1800.0f, 0.1f).high * static_cast<float>(std::exp(-t / 0.09));
         const float tail = static_cast<float>(std::clamp((0.32 - t) / 0.04, 0.0, 1.0) * attack);
         const float v = gain * tail * (0.55f * tone + 0.8f * noise);
         l = v * 0.95f;
@@ -115,7 +124,8 @@ void PluckNote(Stereo& out, size_t at, double seconds, int midi, float gain, flo
     const double len = seconds + 0.25;
     render(out, at, len, [&](double t, float& l, float& r) {
         const float cutoff = static_cast<float>(400.0 + 3500.0 * std::exp(-t / 0.05));
-        const double env = std::min(1.0, t / 0.002) * std::exp(-t / 0.14) * std::clamp((len - t) / 0.05, 0.0, 1.0);
+        const double env =
+            std::min(1.0, t / 0.002) * std::exp(-t / 0.14) * std::clamp((len - t) / 0.05, 0.0, 1.0);
         const float v = gain * static_cast<float>(env) * lp.process(osc.pulse(hz, 0.25), cutoff, 0.3f).low;
         l = v * panL(pan);
         r = v * panR(pan);
@@ -131,7 +141,8 @@ void LeadNote(Stereo& out, size_t at, double seconds, int midi, float gain, floa
         // Vibrato creeps in on held notes only.
         const double depth = 0.004 * std::clamp((t - 0.18) / 0.2, 0.0, 1.0);
         const double f = hz * (1.0 + depth * std::sin(2 * kPi * 5.5 * t));
-        const float raw = 0.5f * a.pulse(f * cents(-6), 0.3) + 0.5f * b.pulse(f * cents(6), 0.5) + 0.3f * c.triangle(f);
+        const float raw =
+            0.5f * a.pulse(f * cents(-6), 0.3) + 0.5f * b.pulse(f * cents(6), 0.5) + 0.3f * c.triangle(f);
         const float v = gain * env.at(t, seconds) * lp.process(raw, 3600.0f, 0.15f).low;
         l = v * panL(pan);
         r = v * panR(pan);
@@ -143,7 +154,8 @@ void BellNote(Stereo& out, size_t at, int midi, float gain, float pan) {
     const double hz = NoteHz(midi);
     const double len = 1.6;
     render(out, at, len, [&](double t, float& l, float& r) {
-        const double env = std::min(1.0, t / 0.002) * std::exp(-t / 0.45) * std::clamp((len - t) / 0.2, 0.0, 1.0);
+        const double env =
+            std::min(1.0, t / 0.002) * std::exp(-t / 0.45) * std::clamp((len - t) / 0.2, 0.0, 1.0);
         const float v = f.sine(hz) + 0.2f * p.sine(hz * 2.76) * static_cast<float>(std::exp(-t / 0.08)) +
                         0.25f * o.sine(hz * 2.0);
         l = gain * static_cast<float>(env) * v * panL(pan);

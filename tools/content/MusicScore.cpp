@@ -12,8 +12,8 @@ namespace qb::content::sound {
 namespace {
 
 struct Chord {
-    int bass;               // bass root
-    std::vector<int> pad;   // three close voices, led smoothly from chord to chord
+    int bass;              // bass root
+    std::vector<int> pad;  // three close voices, led smoothly from chord to chord
 };
 
 const Chord kAm{45, {57, 60, 64}};
@@ -28,7 +28,8 @@ std::vector<Chord> progression() {
     const std::vector<Chord> verse = {kAm, kF, kC, kG, kAm, kF, kC, kG};
     const std::vector<Chord> bridge = {kDm, kAm, kF, kC, kDm, kAm, kF, kE};
     std::vector<Chord> bars;
-    for (const auto* part : {&verse, &verse, &bridge, &verse}) bars.insert(bars.end(), part->begin(), part->end());
+    for (const auto* part : {&verse, &verse, &bridge, &verse})
+        bars.insert(bars.end(), part->begin(), part->end());
     return bars;
 }
 
@@ -41,33 +42,68 @@ struct Note {
 // The main theme: eight bars over Am F C G twice.
 const std::vector<Note> kTheme = {
     // Am
-    {0, 2, 69}, {2, 2, 72}, {4, 4, 76}, {8, 2, 74}, {10, 2, 72}, {12, 2, 71}, {14, 2, 72},
+    {0, 2, 69},
+    {2, 2, 72},
+    {4, 4, 76},
+    {8, 2, 74},
+    {10, 2, 72},
+    {12, 2, 71},
+    {14, 2, 72},
     // F
-    {16, 6, 72}, {22, 2, 69}, {24, 4, 69}, {28, 4, 72},
+    {16, 6, 72},
+    {22, 2, 69},
+    {24, 4, 69},
+    {28, 4, 72},
     // C
-    {32, 2, 76}, {34, 2, 79}, {36, 2, 76}, {38, 2, 74}, {40, 4, 72}, {44, 4, 76},
+    {32, 2, 76},
+    {34, 2, 79},
+    {36, 2, 76},
+    {38, 2, 74},
+    {40, 4, 72},
+    {44, 4, 76},
     // G
-    {48, 8, 74}, {56, 4, 71}, {60, 2, 67}, {62, 2, 71},
+    {48, 8, 74},
+    {56, 4, 71},
+    {60, 2, 67},
+    {62, 2, 71},
     // Am
-    {64, 2, 69}, {66, 2, 72}, {68, 4, 76}, {72, 2, 74}, {74, 2, 72}, {76, 2, 71}, {78, 2, 72},
+    {64, 2, 69},
+    {66, 2, 72},
+    {68, 4, 76},
+    {72, 2, 74},
+    {74, 2, 72},
+    {76, 2, 71},
+    {78, 2, 72},
     // F
-    {80, 4, 72}, {84, 4, 77}, {88, 2, 76}, {90, 2, 74}, {92, 4, 72},
+    {80, 4, 72},
+    {84, 4, 77},
+    {88, 2, 76},
+    {90, 2, 74},
+    {92, 4, 72},
     // C
-    {96, 2, 76}, {98, 2, 79}, {100, 4, 84}, {104, 2, 83}, {106, 2, 79}, {108, 4, 76},
+    {96, 2, 76},
+    {98, 2, 79},
+    {100, 4, 84},
+    {104, 2, 83},
+    {106, 2, 79},
+    {108, 4, 76},
     // G
-    {112, 4, 74}, {116, 4, 71}, {120, 2, 71}, {122, 6, 74},
+    {112, 4, 74},
+    {116, 4, 71},
+    {120, 2, 71},
+    {122, 6, 74},
 };
 
 // The bridge: longer, singing notes over Dm Am F C, Dm Am F E.
 const std::vector<Note> kBridge = {
-    {0, 4, 77},   {4, 2, 76},   {6, 2, 74},   {8, 8, 69},                                     // Dm
-    {16, 4, 72},  {20, 4, 76},  {24, 8, 81},                                                  // Am
-    {32, 2, 81},  {34, 2, 79},  {36, 4, 77},  {40, 4, 72},  {44, 4, 77},                      // F
-    {48, 4, 76},  {52, 4, 79},  {56, 4, 76},  {60, 4, 72},                                    // C
-    {64, 2, 74},  {66, 2, 77},  {68, 4, 81},  {72, 2, 79},  {74, 2, 77},  {76, 4, 74},        // Dm
-    {80, 4, 76},  {84, 4, 72},  {88, 4, 69},  {92, 4, 72},                                    // Am
-    {96, 4, 77},  {100, 4, 81}, {104, 4, 84}, {108, 4, 81},                                   // F
-    {112, 8, 83}, {120, 4, 80}, {124, 4, 76},                                                 // E
+    {0, 4, 77},   {4, 2, 76},   {6, 2, 74},   {8, 8, 69},                              // Dm
+    {16, 4, 72},  {20, 4, 76},  {24, 8, 81},                                           // Am
+    {32, 2, 81},  {34, 2, 79},  {36, 4, 77},  {40, 4, 72},  {44, 4, 77},               // F
+    {48, 4, 76},  {52, 4, 79},  {56, 4, 76},  {60, 4, 72},                             // C
+    {64, 2, 74},  {66, 2, 77},  {68, 4, 81},  {72, 2, 79},  {74, 2, 77}, {76, 4, 74},  // Dm
+    {80, 4, 76},  {84, 4, 72},  {88, 4, 69},  {92, 4, 72},                             // Am
+    {96, 4, 77},  {100, 4, 81}, {104, 4, 84}, {108, 4, 81},                            // F
+    {112, 8, 83}, {120, 4, 80}, {124, 4, 76},                                          // E
 };
 
 void playPhrase(Stereo& out, Stereo& send, const Grid& g, double startStep, const std::vector<Note>& notes,
@@ -94,7 +130,8 @@ void drums(Stereo& out, const Grid& g, int bar, bool halfTime, bool fill, Rng& r
     for (int s = 1; s < 16; s += 2) HiHat(out, g.at(b + s), 0.10f, 0.02, 0.3f, rng);
     if (bar % 2 == 1) HiHat(out, g.at(b + 14), 0.16f, 0.12, 0.3f, rng);
     if (fill) {
-        for (int s = 12; s < 16; ++s) Snare(out, g.at(b + s), 0.22f + 0.08f * static_cast<float>(s - 12), rng);
+        for (int s = 12; s < 16; ++s)
+            Snare(out, g.at(b + s), 0.22f + 0.08f * static_cast<float>(s - 12), rng);
     }
     if (bar % 8 == 0) Crash(out, g.at(b), 0.3f, rng);
 }

@@ -21,9 +21,15 @@ namespace {
 struct V3 {
     double x, y, z;
 };
-V3 Sub(V3 a, V3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-V3 Cross(V3 a, V3 b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
-double Dot(V3 a, V3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+V3 Sub(V3 a, V3 b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+V3 Cross(V3 a, V3 b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+double Dot(V3 a, V3 b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 V3 Norm(V3 a) {
     const double l = std::sqrt(Dot(a, a));
     return l == 0 ? a : V3{a.x / l, a.y / l, a.z / l};
@@ -52,11 +58,13 @@ struct Piece {
 class ModelBuilder {
 public:
     void add(const Piece& s) {
-        const V3 c[8] = {{s.bx0, s.by, s.bz0}, {s.bx1, s.by, s.bz0}, {s.bx1, s.by, s.bz1}, {s.bx0, s.by, s.bz1},
-                         {s.tx0, s.ty, s.tz0}, {s.tx1, s.ty, s.tz0}, {s.tx1, s.ty, s.tz1}, {s.tx0, s.ty, s.tz1}};
+        const V3 c[8] = {{s.bx0, s.by, s.bz0}, {s.bx1, s.by, s.bz0}, {s.bx1, s.by, s.bz1},
+                         {s.bx0, s.by, s.bz1}, {s.tx0, s.ty, s.tz0}, {s.tx1, s.ty, s.tz0},
+                         {s.tx1, s.ty, s.tz1}, {s.tx0, s.ty, s.tz1}};
         V3 centre{0, 0, 0};
         for (const V3& p : c) centre = {centre.x + p.x / 8, centre.y + p.y / 8, centre.z + p.z / 8};
-        static const int quads[6][4] = {{0, 1, 2, 3}, {4, 5, 6, 7}, {0, 1, 5, 4}, {3, 2, 6, 7}, {0, 3, 7, 4}, {1, 2, 6, 5}};
+        static const int quads[6][4] = {{0, 1, 2, 3}, {4, 5, 6, 7}, {0, 1, 5, 4},
+                                        {3, 2, 6, 7}, {0, 3, 7, 4}, {1, 2, 6, 5}};
         for (const auto& q : quads) {
             tri(c[q[0]], c[q[1]], c[q[2]], centre, s.region);
             tri(c[q[0]], c[q[2]], c[q[3]], centre, s.region);
@@ -68,25 +76,28 @@ public:
         std::ostringstream x;
         x << "xof 0303txt 0032\n\n";
         x << "Material CarSkin {\n 1.000000;1.000000;1.000000;1.000000;;\n 30.000000;\n"
-             " 0.900000;0.900000;0.900000;;\n 0.000000;0.000000;0.000000;;\n TextureFilename { \"player.bmp\"; }\n}\n\n";
+             " 0.900000;0.900000;0.900000;;\n 0.000000;0.000000;0.000000;;\n TextureFilename { "
+             "\"player.bmp\"; }\n}\n\n";
         x << "Mesh HoverCar {\n " << nv << ";\n";
         for (size_t i = 0; i < nv; ++i)
             x << " " << Num(verts_[i].p.x) << ";" << Num(verts_[i].p.y) << ";" << Num(verts_[i].p.z) << ";"
               << (i + 1 < nv ? "," : ";") << "\n";
         x << " " << nf << ";\n";
         for (size_t t = 0; t < nf; ++t)
-            x << " 3;" << 3 * t << "," << 3 * t + 1 << "," << 3 * t + 2 << ";" << (t + 1 < nf ? "," : ";") << "\n";
+            x << " 3;" << 3 * t << "," << 3 * t + 1 << "," << 3 * t + 2 << ";" << (t + 1 < nf ? "," : ";")
+              << "\n";
         x << " MeshMaterialList {\n  1;\n  " << nf << ";\n";
         for (size_t t = 0; t < nf; ++t) x << "  0" << (t + 1 < nf ? "," : ";") << "\n";
         x << "  {CarSkin}\n }\n";
         x << " MeshTextureCoords {\n  " << nv << ";\n";
         for (size_t i = 0; i < nv; ++i)
-            x << "  " << Num(verts_[i].u) << ";" << Num(verts_[i].v) << ";" << (i + 1 < nv ? "," : ";") << "\n";
+            x << "  " << Num(verts_[i].u) << ";" << Num(verts_[i].v) << ";" << (i + 1 < nv ? "," : ";")
+              << "\n";
         x << " }\n MeshVertexColors {\n  " << nv << ";\n";
         for (size_t i = 0; i < nv; ++i) {
             const double s = verts_[i].shade;
-            x << "  " << i << ";" << Num(s) << ";" << Num(s) << ";" << Num(s) << ";1.000000;;" << (i + 1 < nv ? "," : ";")
-              << "\n";
+            x << "  " << i << ";" << Num(s) << ";" << Num(s) << ";" << Num(s) << ";1.000000;;"
+              << (i + 1 < nv ? "," : ";") << "\n";
         }
         x << " }\n}\n";
         return x.str();
@@ -149,12 +160,13 @@ void BuildCar(ModelBuilder& m) {
     // Hover pods on both sides.
     for (double side : {-1.0, 1.0}) {
         const double in = 0.27 * side, out = 0.40 * side;
-        m.add({std::min(in, out), std::max(in, out), 0.03, -0.77, -0.10, std::min(in, out) + 0.01 * (side < 0 ? 1 : 0),
-               std::max(in, out) - 0.01 * (side > 0 ? 1 : 0), 0.21, -0.72, -0.16, Steel});
+        m.add({std::min(in, out), std::max(in, out), 0.03, -0.77, -0.10,
+               std::min(in, out) + 0.01 * (side < 0 ? 1 : 0), std::max(in, out) - 0.01 * (side > 0 ? 1 : 0),
+               0.21, -0.72, -0.16, Steel});
         // The glowing thruster at the pod's tail.
         const double g0 = 0.29 * side, g1 = 0.38 * side;
-        m.add({std::min(g0, g1), std::max(g0, g1), 0.06, -0.80, -0.77, std::min(g0, g1), std::max(g0, g1), 0.18, -0.80,
-               -0.77, Glow});
+        m.add({std::min(g0, g1), std::max(g0, g1), 0.06, -0.80, -0.77, std::min(g0, g1), std::max(g0, g1),
+               0.18, -0.80, -0.77, Glow});
     }
     // Rear wing on a single post.
     m.add({-0.03, 0.03, 0.28, -0.76, -0.68, -0.03, 0.03, 0.38, -0.76, -0.68, Steel});

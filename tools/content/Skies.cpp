@@ -75,7 +75,8 @@ Canvas Day() {
 // Zone 2: sunset, magenta above a low orange sun.
 Canvas Sunset() {
     Canvas c(W, H);
-    c.verticalGradient({{0, {44, 22, 84}}, {0.45f, {196, 52, 120}}, {0.75f, {255, 140, 60}}, {1, {255, 206, 120}}});
+    c.verticalGradient(
+        {{0, {44, 22, 84}}, {0.45f, {196, 52, 120}}, {0.75f, {255, 140, 60}}, {1, {255, 206, 120}}});
     Glow(c, 512, 600, 330, {255, 170, 80}, 0.55f);
     c.disc(512, 600, 90, {255, 226, 150});
     // Horizontal bands cut across the sun, retro style.
@@ -112,7 +113,8 @@ Canvas Aurora() {
     Noise n(232);
     for (int x = 0; x < W; ++x) {
         // A wavy curtain line with fading rays rising from it.
-        const float base = H * (0.42f + 0.1f * std::sin(x / 160.0f) + 0.06f * (n.fbm(x / 90.0f, 0.5f, 3) - 0.5f));
+        const float base =
+            H * (0.42f + 0.1f * std::sin(x / 160.0f) + 0.06f * (n.fbm(x / 90.0f, 0.5f, 3) - 0.5f));
         const float strength = 0.4f + 0.6f * n.fbm(x / 40.0f, 3.5f, 3);
         for (int y = 0; y < H; ++y) {
             const float above = (base - y) / (H * 0.3f);
@@ -156,7 +158,8 @@ Canvas Nebula() {
             if (d > pr + 1) continue;
             const float lit = std::clamp(0.2f + 0.8f * (-(dx + dy) / (pr * 1.4f) + 0.5f), 0.0f, 1.0f);
             const float bands = 0.85f + 0.15f * std::sin(dy / 7.0f);
-            c.blend(x, y, Scale(Mix({70, 40, 90}, {255, 170, 110}, lit), bands), std::clamp(pr - d + 0.5f, 0.0f, 1.0f));
+            c.blend(x, y, Scale(Mix({70, 40, 90}, {255, 170, 110}, lit), bands),
+                    std::clamp(pr - d + 0.5f, 0.0f, 1.0f));
         }
     for (int y = 0; y < H; ++y)
         for (int x = 0; x < W; ++x) {
@@ -186,7 +189,8 @@ Canvas Storm() {
 // Zone 4: dawn above a sea of clouds, soft peach and lavender.
 Canvas Dawn() {
     Canvas c(W, H);
-    c.verticalGradient({{0, {70, 80, 160}}, {0.5f, {190, 150, 200}}, {0.72f, {255, 190, 160}}, {1, {255, 226, 200}}});
+    c.verticalGradient(
+        {{0, {70, 80, 160}}, {0.5f, {190, 150, 200}}, {0.72f, {255, 190, 160}}, {1, {255, 226, 200}}});
     Glow(c, 300, 560, 300, {255, 220, 170}, 0.5f);
     Clouds(c, 261, 70, 0.42f, 0.62f, 1.0f, {255, 240, 236}, {170, 140, 190}, 1.0f);
     Clouds(c, 262, 110, 0.62f, 0.05f, 0.4f, {255, 220, 230}, {150, 130, 190}, 0.5f);

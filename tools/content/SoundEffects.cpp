@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <vector>
 
-#include "tools/content/Sounds.h"
 #include "tools/content/SoundSynth.h"
+#include "tools/content/Sounds.h"
 
 namespace qb::content::sound {
 
@@ -131,9 +131,10 @@ Mono turboPlatform() {
     for (size_t i = 0; i < s.size(); ++i) {
         const double t = static_cast<double>(i) / kRate;
         const double hz = expSweep(110.0, 880.0, t, 0.45);
-        const float tone = lp.process(saw.saw(hz) + 0.5f * sub.pulse(hz * 0.5, 0.5),
-                                      static_cast<float>(hz * 4.0), 0.6f).low;
-        const float air = bp.process(noise.next(), static_cast<float>(expSweep(500.0, 5000.0, t, len)), 0.5f).band;
+        const float tone =
+            lp.process(saw.saw(hz) + 0.5f * sub.pulse(hz * 0.5, 0.5), static_cast<float>(hz * 4.0), 0.6f).low;
+        const float air =
+            bp.process(noise.next(), static_cast<float>(expSweep(500.0, 5000.0, t, len)), 0.5f).band;
         const double fadeOut = std::clamp((len - t) / 0.2, 0.0, 1.0);
         const float env = static_cast<float>(std::min(1.0, t / 0.01) * fadeOut);
         s[i] = env * (0.7f * tone + 0.6f * air * static_cast<float>(t / len));
@@ -167,7 +168,8 @@ Mono transit() {
         const float cutoff = static_cast<float>(u < 0.5 ? expSweep(400.0, 3500.0, t, len * 0.5)
                                                         : expSweep(3500.0, 1200.0, t - len * 0.5, len * 0.5));
         const float air = bp.process(noise.next(), cutoff, 0.6f).band;
-        const float tone = chirp.sine(expSweep(600.0, 1200.0, t, len)) * static_cast<float>(std::exp(-t / 0.08));
+        const float tone =
+            chirp.sine(expSweep(600.0, 1200.0, t, len)) * static_cast<float>(std::exp(-t / 0.08));
         s[i] = swell * swell * 1.2f * air + 0.35f * tone * static_cast<float>(std::min(1.0, t / 0.004));
     }
     return finish(s, 0.45f, 0.003, 0.04);

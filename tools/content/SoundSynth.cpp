@@ -49,7 +49,9 @@ double Osc::advance(double hz) {
     return p;
 }
 
-float Osc::sine(double hz) { return static_cast<float>(std::sin(2.0 * kPi * advance(hz))); }
+float Osc::sine(double hz) {
+    return static_cast<float>(std::sin(2.0 * kPi * advance(hz)));
+}
 
 float Osc::saw(double hz) {
     const double dt = hz / kRate;
@@ -88,9 +90,13 @@ float Adsr::at(double t, double gateSeconds) const {
     return static_cast<float>(held(gateSeconds) * (1.0 - r) * (1.0 - r));
 }
 
-double NoteHz(double midi) { return 440.0 * std::pow(2.0, (midi - 69.0) / 12.0); }
+double NoteHz(double midi) {
+    return 440.0 * std::pow(2.0, (midi - 69.0) / 12.0);
+}
 
-size_t Samples(double seconds) { return static_cast<size_t>(std::llround(seconds * kRate)); }
+size_t Samples(double seconds) {
+    return static_cast<size_t>(std::llround(seconds * kRate));
+}
 
 // --- buffers -------------------------------------------------------------------------
 
@@ -118,7 +124,9 @@ float Peak(const std::vector<float>& s) {
     return p;
 }
 
-float Peak(const Stereo& s) { return std::max(Peak(s.l), Peak(s.r)); }
+float Peak(const Stereo& s) {
+    return std::max(Peak(s.l), Peak(s.r));
+}
 
 void Scale(std::vector<float>& s, float gain) {
     for (float& v : s) v *= gain;

@@ -21,9 +21,15 @@ namespace {
 struct V3 {
     double x, y, z;
 };
-V3 Sub(V3 a, V3 b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
-V3 Cross(V3 a, V3 b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
-double Dot(V3 a, V3 b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+V3 Sub(V3 a, V3 b) {
+    return {a.x - b.x, a.y - b.y, a.z - b.z};
+}
+V3 Cross(V3 a, V3 b) {
+    return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
+}
+double Dot(V3 a, V3 b) {
+    return a.x * b.x + a.y * b.y + a.z * b.z;
+}
 V3 Norm(V3 a) {
     const double l = std::sqrt(Dot(a, a));
     return {a.x / l, a.y / l, a.z / l};
@@ -74,7 +80,8 @@ void WriteModel(const std::string& path) {
     std::ostringstream x;
     x << "xof 0303txt 0032\n\n";
     x << "Material StarGold {\n 1.000000;0.860000;0.320000;1.000000;;\n 40.000000;\n"
-         " 1.000000;0.960000;0.800000;;\n 0.000000;0.000000;0.000000;;\n TextureFilename { \"orb.bmp\"; }\n}\n\n";
+         " 1.000000;0.960000;0.800000;;\n 0.000000;0.000000;0.000000;;\n TextureFilename { \"orb.bmp\"; "
+         "}\n}\n\n";
     x << "Mesh Star {\n " << nv << ";\n";
     for (size_t i = 0; i < nv; ++i) {
         const V3& p = tris[i / 3].p[i % 3];
@@ -82,7 +89,8 @@ void WriteModel(const std::string& path) {
     }
     x << " " << tris.size() << ";\n";
     for (size_t t = 0; t < tris.size(); ++t)
-        x << " 3;" << 3 * t << "," << 3 * t + 1 << "," << 3 * t + 2 << ";" << (t + 1 < tris.size() ? "," : ";") << "\n";
+        x << " 3;" << 3 * t << "," << 3 * t + 1 << "," << 3 * t + 2 << ";"
+          << (t + 1 < tris.size() ? "," : ";") << "\n";
     x << " MeshMaterialList {\n  1;\n  " << tris.size() << ";\n";
     for (size_t t = 0; t < tris.size(); ++t) x << "  0" << (t + 1 < tris.size() ? "," : ";") << "\n";
     x << "  {StarGold}\n }\n";

@@ -100,7 +100,8 @@ Canvas Finish() {
     Canvas c(N, N);
     const int cell = N / 4;
     for (int y = 0; y < N; ++y)
-        for (int x = 0; x < N; ++x) c.at(x, y) = ((x / cell + y / cell) % 2 == 0) ? Rgb{236, 240, 250} : p::Black;
+        for (int x = 0; x < N; ++x)
+            c.at(x, y) = ((x / cell + y / cell) % 2 == 0) ? Rgb{236, 240, 250} : p::Black;
     c.grain(Noise(41), 16, 0.08f, N / 16);
     c.bevel(5, 0.25f, 0.45f);
     return c;
@@ -125,8 +126,8 @@ Canvas IceTile() {
             c.at(x, y) = Mix(Mix(p::Ice, p::Cyan, 0.35f), p::White, v * 0.7f);
         }
     // Hairline cracks from a fixed list of strokes, and a few glints.
-    const float cracks[][4] = {{10, 20, 52, 48}, {52, 48, 60, 90}, {52, 48, 96, 40}, {96, 40, 120, 70},
-                               {70, 100, 110, 118}, {24, 96, 60, 90}};
+    const float cracks[][4] = {{10, 20, 52, 48},  {52, 48, 60, 90},    {52, 48, 96, 40},
+                               {96, 40, 120, 70}, {70, 100, 110, 118}, {24, 96, 60, 90}};
     for (const auto& k : cracks) c.line(k[0], k[1], k[2], k[3], 1.4f, Mix(p::Deep, p::Cyan, 0.5f), 0.7f);
     for (const auto& g : {std::pair{30.0f, 34.0f}, std::pair{88.0f, 84.0f}, std::pair{104.0f, 20.0f}}) {
         c.line(g.first - 5, g.second, g.first + 5, g.second, 1.2f, p::White, 0.9f);
@@ -140,7 +141,7 @@ Canvas FallingTile() {
     Canvas c = Panel(Mix(p::Orange, p::Gold, 0.25f), 71, 0.22f, 6);
     // Cracks spreading from the middle: this plate will not hold.
     const float m = N / 2.0f;
-    const float cracks[][4] = {{m, m, 18, 30}, {m, m, 110, 22}, {m, m, 100, 112}, {m, m, 22, 104},
+    const float cracks[][4] = {{m, m, 18, 30},  {m, m, 110, 22},    {m, m, 100, 112},   {m, m, 22, 104},
                                {18, 30, 8, 52}, {110, 22, 122, 44}, {100, 112, 84, 124}};
     for (const auto& k : cracks) c.line(k[0], k[1], k[2], k[3], 3.0f, Mix(p::Night, p::Orange, 0.2f), 0.85f);
     // A downward warning triangle.
@@ -236,10 +237,18 @@ void MakeTextures(const std::string& gameDir) {
     const std::string dir = gameDir + "textures/";
     std::filesystem::create_directories(dir);
     const std::pair<const char*, std::function<Canvas()>> tiles[] = {
-        {"_default.bmp", DefaultTile}, {"road.bmp", Road},       {"road_alt.bmp", RoadAlt},
-        {"wall.bmp", Wall},            {"edge.bmp", Edge},       {"finish.bmp", Finish},
-        {"bounce.bmp", BouncePad},     {"ice.bmp", IceTile},     {"falling.bmp", FallingTile},
-        {"turbo.bmp", Turbo},          {"deadly.bmp", Deadly},   {"ramp.bmp", RampTile},
+        {"_default.bmp", DefaultTile},
+        {"road.bmp", Road},
+        {"road_alt.bmp", RoadAlt},
+        {"wall.bmp", Wall},
+        {"edge.bmp", Edge},
+        {"finish.bmp", Finish},
+        {"bounce.bmp", BouncePad},
+        {"ice.bmp", IceTile},
+        {"falling.bmp", FallingTile},
+        {"turbo.bmp", Turbo},
+        {"deadly.bmp", Deadly},
+        {"ramp.bmp", RampTile},
         {"platform.bmp", PlatformTile},
     };
     for (const auto& [name, make] : tiles) make().saveBmp(dir + name);

@@ -12,15 +12,20 @@ namespace qb::content {
 Rgb Mix(const Rgb& a, const Rgb& b, float t) {
     return Rgb{a.r + (b.r - a.r) * t, a.g + (b.g - a.g) * t, a.b + (b.b - a.b) * t};
 }
-Rgb Scale(const Rgb& a, float k) { return Rgb{a.r * k, a.g * k, a.b * k}; }
-Rgb Add(const Rgb& a, const Rgb& b) { return Rgb{a.r + b.r, a.g + b.g, a.b + b.b}; }
+Rgb Scale(const Rgb& a, float k) {
+    return Rgb{a.r * k, a.g * k, a.b * k};
+}
+Rgb Add(const Rgb& a, const Rgb& b) {
+    return Rgb{a.r + b.r, a.g + b.g, a.b + b.b};
+}
 float Smooth(float e0, float e1, float x) {
     const float t = std::clamp((x - e0) / (e1 - e0), 0.0f, 1.0f);
     return t * t * (3 - 2 * t);
 }
 
 float Noise::lattice(int x, int y) const {
-    uint32_t h = seed_ * 0x9E3779B1u ^ static_cast<uint32_t>(x) * 0x85EBCA77u ^ static_cast<uint32_t>(y) * 0xC2B2AE3Du;
+    uint32_t h =
+        seed_ * 0x9E3779B1u ^ static_cast<uint32_t>(x) * 0x85EBCA77u ^ static_cast<uint32_t>(y) * 0xC2B2AE3Du;
     h ^= h >> 15;
     h *= 0x2C1B3C6Du;
     h ^= h >> 12;
@@ -65,7 +70,9 @@ void Canvas::blend(int x, int y, const Rgb& c, float a) {
     p = Mix(p, c, std::min(a, 1.0f));
 }
 
-void Canvas::fill(const Rgb& c) { std::fill(px.begin(), px.end(), c); }
+void Canvas::fill(const Rgb& c) {
+    std::fill(px.begin(), px.end(), c);
+}
 
 void Canvas::verticalGradient(const std::vector<std::pair<float, Rgb>>& stops) {
     for (int y = 0; y < h; ++y) {
@@ -96,8 +103,10 @@ void Canvas::disc(float cx, float cy, float r, const Rgb& c, float alpha) {
 
 void Canvas::ring(float cx, float cy, float r, float width, const Rgb& c, float alpha) {
     const float outer = r + width / 2;
-    const int x0 = static_cast<int>(std::floor(cx - outer - 1)), x1 = static_cast<int>(std::ceil(cx + outer + 1));
-    const int y0 = static_cast<int>(std::floor(cy - outer - 1)), y1 = static_cast<int>(std::ceil(cy + outer + 1));
+    const int x0 = static_cast<int>(std::floor(cx - outer - 1)),
+              x1 = static_cast<int>(std::ceil(cx + outer + 1));
+    const int y0 = static_cast<int>(std::floor(cy - outer - 1)),
+              y1 = static_cast<int>(std::ceil(cy + outer + 1));
     for (int y = y0; y <= y1; ++y)
         for (int x = x0; x <= x1; ++x) {
             const float d = std::fabs(std::hypot(x + 0.5f - cx, y + 0.5f - cy) - r);

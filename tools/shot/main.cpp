@@ -56,14 +56,22 @@ bool Parse(int argc, char** argv, Args& a) {
             continue;
         }
         if (!(v = value())) return false;
-        if (k == "--game-dir") a.gameDir = v;
-        else if (k == "--track") a.track = std::atoi(v);
-        else if (k == "--out") a.out = v;
-        else if (k == "--mode") a.mode = std::atoi(v);
-        else if (k == "--frames") a.frames = std::atoi(v);
-        else if (k == "--eye") { if (!ParseVector(v, a.eye)) return false; }
-        else if (k == "--at") { if (!ParseVector(v, a.at)) return false; }
-        else return false;
+        if (k == "--game-dir")
+            a.gameDir = v;
+        else if (k == "--track")
+            a.track = std::atoi(v);
+        else if (k == "--out")
+            a.out = v;
+        else if (k == "--mode")
+            a.mode = std::atoi(v);
+        else if (k == "--frames")
+            a.frames = std::atoi(v);
+        else if (k == "--eye") {
+            if (!ParseVector(v, a.eye)) return false;
+        } else if (k == "--at") {
+            if (!ParseVector(v, a.at)) return false;
+        } else
+            return false;
     }
     if (a.gameDir.empty() || (a.mode != 1 && a.mode != 2)) return false;
     if (a.gameDir.back() != '/') a.gameDir += '/';
@@ -82,8 +90,9 @@ std::string ZoneSky(int track) {
 // platforms and 20 stars, all inside the drawn stretch of the menus' view.
 LevelRecord BenchTrack() {
     LevelRecord r;
-    r.TextureNames = {"", "wall.bmp", "road.bmp", "finish.bmp", "bounce.bmp", "ice.bmp",
-                      "falling.bmp", "turbo.bmp", "deadly.bmp", "AnimationTest_0.bmp", "ramp.bmp", "platform.bmp"};
+    r.TextureNames = {"",         "wall.bmp",    "road.bmp",  "finish.bmp", "bounce.bmp",
+                      "ice.bmp",  "falling.bmp", "turbo.bmp", "deadly.bmp", "AnimationTest_0.bmp",
+                      "ramp.bmp", "platform.bmp"};
     r.Settings.Gravity = 0.025f;
     for (int i = 0; i < 150; ++i) {
         BlockRecord b;
@@ -98,8 +107,8 @@ LevelRecord BenchTrack() {
         r.Blocks.push_back(b);
     }
     for (int i = 0; i < 20; ++i)
-        r.Ramps.push_back(RampRecord{static_cast<float>((i % 2) * 10 - 6), 1, static_cast<float>(i * 7), 3, 1, 3, 10, 1,
-                                     static_cast<uint8_t>(i % 4)});
+        r.Ramps.push_back(RampRecord{static_cast<float>((i % 2) * 10 - 6), 1, static_cast<float>(i * 7), 3, 1,
+                                     3, 10, 1, static_cast<uint8_t>(i % 4)});
     for (int i = 0; i < 10; ++i) {
         MovingPlatformRecord m;
         m.X = -2;
@@ -115,7 +124,8 @@ LevelRecord BenchTrack() {
         m.MloopBack = 1;
         r.Platforms.push_back(m);
     }
-    for (int i = 0; i < 20; ++i) r.Stars.push_back(StarRecord{static_cast<float>(i % 3 * 5 - 5), 3, static_cast<float>(i * 7 + 2)});
+    for (int i = 0; i < 20; ++i)
+        r.Stars.push_back(StarRecord{static_cast<float>(i % 3 * 5 - 5), 3, static_cast<float>(i * 7 + 2)});
     r.BlockUpper = 149;
     r.RampUpper = 19;
     r.PlatformUpper = 9;
@@ -168,8 +178,11 @@ int main(int argc, char** argv) {
                 const LevelRecord bench = BenchTrack();
                 const auto built = std::chrono::steady_clock::now();
                 for (int i = 0; i < 10; ++i) game.track->BuildLevel(bench, false);  // as after ten crashes
-                std::printf("quorbit-shot: building the 200-piece track: %.2f ms\n",
-                            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - built).count() / 10);
+                std::printf(
+                    "quorbit-shot: building the 200-piece track: %.2f ms\n",
+                    std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - built)
+                            .count() /
+                        10);
                 game.background->create(game.BackgroundsPath + "_default.jpg");
                 for (int i = 0; i < 20; ++i) DrawScene(game);  // warm the caches
                 glFinish();
@@ -178,7 +191,8 @@ int main(int argc, char** argv) {
                     DrawScene(game);
                     glFinish();
                 }
-                const double s = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+                const double s =
+                    std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
                 std::printf("quorbit-shot: %d frames of a 200-piece track at %dx%d: %.1f frames a second\n",
                             args.frames, static_cast<int>(game.dx->ScreenWidth),
                             static_cast<int>(game.dx->ScreenHeight), args.frames / s);

@@ -64,7 +64,9 @@ bool ParseRoute(const std::string& text, std::vector<RouteCommand>& out, std::st
             c.op = RouteCommand::Board;
             ok = number_arg(c.value);
         } else if (op == "jump" || op == "hold" || op == "release") {
-            c.op = op == "jump" ? RouteCommand::Jump : op == "hold" ? RouteCommand::Hold : RouteCommand::Release;
+            c.op = op == "jump"   ? RouteCommand::Jump
+                   : op == "hold" ? RouteCommand::Hold
+                                  : RouteCommand::Release;
             ok = !hasArg;
         } else {
             ok = false;
@@ -122,14 +124,34 @@ std::vector<uint8_t> Autopilot::Keys(frmGame& game) {
     while (boarding_ < 0 && next_ < route_.size() && route_[next_].z <= pos.z) {
         const RouteCommand& c = route_[next_++];
         switch (c.op) {
-        case RouteCommand::Lane: steer_ = true; riding_ = -1; laneX_ = c.value; break;
-        case RouteCommand::FreeLane: steer_ = false; riding_ = -1; break;
-        case RouteCommand::Ride: steer_ = true; riding_ = static_cast<int>(c.value); break;
-        case RouteCommand::Speed: speed_ = c.value; break;
-        case RouteCommand::Jump: jumpPending_ = true; break;
-        case RouteCommand::Hold: holdJump_ = true; break;
-        case RouteCommand::Release: holdJump_ = false; break;
-        case RouteCommand::Board: boarding_ = static_cast<int>(c.value); break;
+            case RouteCommand::Lane:
+                steer_ = true;
+                riding_ = -1;
+                laneX_ = c.value;
+                break;
+            case RouteCommand::FreeLane:
+                steer_ = false;
+                riding_ = -1;
+                break;
+            case RouteCommand::Ride:
+                steer_ = true;
+                riding_ = static_cast<int>(c.value);
+                break;
+            case RouteCommand::Speed:
+                speed_ = c.value;
+                break;
+            case RouteCommand::Jump:
+                jumpPending_ = true;
+                break;
+            case RouteCommand::Hold:
+                holdJump_ = true;
+                break;
+            case RouteCommand::Release:
+                holdJump_ = false;
+                break;
+            case RouteCommand::Board:
+                boarding_ = static_cast<int>(c.value);
+                break;
         }
     }
     std::vector<uint8_t> keys;

@@ -120,12 +120,18 @@ int main(int argc, char** argv) {
             return 2;
         }
         const std::string v = argv[++i];
-        if (a == "--game-dir") gameDir = v;
-        else if (a == "--route") routeFile = v;
-        else if (a == "--out") outFile = v;
-        else if (a == "--levels") levels = v;
-        else if (a == "--track") track = std::atoi(v.c_str());
-        else if (a == "--tries") tries = std::atoi(v.c_str());
+        if (a == "--game-dir")
+            gameDir = v;
+        else if (a == "--route")
+            routeFile = v;
+        else if (a == "--out")
+            outFile = v;
+        else if (a == "--levels")
+            levels = v;
+        else if (a == "--track")
+            track = std::atoi(v.c_str());
+        else if (a == "--tries")
+            tries = std::atoi(v.c_str());
         else {
             std::cerr << "quorbit-solve: unknown argument \"" << a << "\"\n" << Usage;
             return 2;
@@ -141,7 +147,8 @@ int main(int argc, char** argv) {
     std::vector<RouteCommand> route;
     std::string error;
     if (!in || !ParseRoute(text.str(), route, error)) {
-        std::cerr << "quorbit-solve: " << routeFile << ": " << (error.empty() ? "cannot read" : error) << "\n";
+        std::cerr << "quorbit-solve: " << routeFile << ": " << (error.empty() ? "cannot read" : error)
+                  << "\n";
         return 2;
     }
     std::string staged;
@@ -186,7 +193,8 @@ int main(int argc, char** argv) {
               << (best.died ? " (died)" : "") << ", reached z " << best.reachedZ << "\n";
     // An unsolved best attempt goes beside the script, for looking at.
     std::ofstream out(best.Solved() ? outFile : outFile + ".failed");
-    out << "# Track " << track << ", driven by quorbit-solve from " << fs::path(routeFile).filename().string() << "\n";
+    out << "# Track " << track << ", driven by quorbit-solve from " << fs::path(routeFile).filename().string()
+        << "\n";
     out << "# " << best.result << "\n";
     size_t i = 0;
     while (i < best.frames.size()) {

@@ -34,7 +34,9 @@ bool readFile(const std::string& path, std::vector<unsigned char>& bytes) {
     return !in.bad();
 }
 
-bool isSource(const std::string& path) { return fs::path(path).extension() != ".dat"; }
+bool isSource(const std::string& path) {
+    return fs::path(path).extension() != ".dat";
+}
 
 // Parses the sources in order; prints errors, false when there were any.
 bool parseSources(const std::vector<std::string>& files, std::vector<TrackSource>& out) {
@@ -169,8 +171,10 @@ int check(const std::vector<std::string>& args) {
                 ok = false;
                 continue;
             }
-            std::cout << f << ": " << file.LevelCount() << (file.LevelCount() == 1 ? " track" : " tracks") << ", no errors";
-            if (!file.Trailing.empty()) std::cout << " (" << file.Trailing.size() << " bytes after the last track)";
+            std::cout << f << ": " << file.LevelCount() << (file.LevelCount() == 1 ? " track" : " tracks")
+                      << ", no errors";
+            if (!file.Trailing.empty())
+                std::cout << " (" << file.Trailing.size() << " bytes after the last track)";
             std::cout << "\n";
         }
     }
