@@ -211,8 +211,10 @@ void Gui::SetupUserTracks(int Direction) {
     for (int32_t s : {24, 25, 2, 26, 27, 28, 29}) Button(s).enabled(true);
     PlaceTrackChoiceButtons();
     if (!userTracks.Active()) {
-        // Coming from the zone choice: look for new files every time.
-        const std::string folder = game_.platform.paths.gameDir + "usertracks/";
+        // Coming from the zone choice: look for new files every time. They
+        // live where the game may write, so their fastest times can be saved
+        // (an installed copy brings its examples there at its first start).
+        const std::string folder = game_.platform.paths.writeDir + "usertracks/";
         const std::string statsFolder = game_.platform.paths.writeDir + "usertracks/";
         std::error_code ec;
         std::filesystem::create_directories(statsFolder, ec);

@@ -45,6 +45,14 @@ GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
     const std::string shipped = p.gameDir + "levels.dat";
     if (!fs::exists(p.levelsFile(), ec) && fs::exists(shipped, ec))
         fs::copy_file(shipped, p.levelsFile(), ec);
+    // The example user tracks likewise, once: the player's own go there too.
+    const std::string userDir = p.writeDir + "usertracks/";
+    if (!fs::exists(userDir, ec) && fs::is_directory(p.gameDir + "usertracks", ec)) {
+        fs::create_directories(userDir, ec);
+        for (const auto& e : fs::directory_iterator(p.gameDir + "usertracks", ec))
+            if (e.path().extension() == ".dat")
+                fs::copy_file(e.path(), userDir + e.path().filename().string(), ec);
+    }
     return p;
 }
 

@@ -22,6 +22,8 @@ TEST(GamePaths, ReadOnlyInstallWritesUnderXdgDataHomeWithACopyOfTheTracks) {
     const std::string dir = test::ScratchDir("paths-ro");
     const std::string home = test::ScratchDir("paths-xdg");
     { std::ofstream(dir + "levels.dat") << "tracks"; }
+    std::filesystem::create_directories(dir + "usertracks");
+    { std::ofstream(dir + "usertracks/mine.dat") << "mine"; }
     ::setenv("XDG_DATA_HOME", home.c_str(), 1);
     const GamePaths p = ResolveGamePaths(dir, false);
     EXPECT_EQ(p.gameDir, dir);
@@ -33,6 +35,7 @@ TEST(GamePaths, ReadOnlyInstallWritesUnderXdgDataHomeWithACopyOfTheTracks) {
         return s;
     };
     EXPECT_EQ(firstLine(p.levelsFile()), "tracks");
+    EXPECT_EQ(firstLine(p.writeDir + "usertracks/mine.dat"), "mine");
     // A later start keeps the copy that holds the player's times.
     { std::ofstream(p.levelsFile()) << "mytimes"; }
     ResolveGamePaths(dir, false);
