@@ -197,6 +197,24 @@ bool SdlWindow::hasFocus() {
     return focus_;
 }
 
+// SDL's own X11 message box never wraps: a long path would run off the box.
+std::string WrapForMessageBox(const std::string& text, size_t width) {
+    std::string out, line;
+    size_t start = 0;
+    while (start <= text.size()) {
+        size_t end = text.find(' ', start);
+        if (end == std::string::npos) end = text.size();
+        const std::string word = text.substr(start, end - start);
+        if (!line.empty() && line.size() + 1 + word.size() > width) {
+            out += line + "\n";
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + word;
+        start = end + 1;
+    }
+    return out + line;
+}
+
 void SdlWindow::messageBox(const std::string& text) {
     std::cerr << "Quorbit: " << text << "\n";
     if (videoStarted_ && !hidden_) {
@@ -211,7 +229,8 @@ void SdlWindow::messageBox(const std::string& text) {
         sigaction(SIGTERM, &plain, &oldTerm);
         sigaction(SIGINT, &plain, &oldInt);
         sigaction(SIGHUP, &plain, &oldHup);
-        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "Quorbit", text.c_str(), window_);
+        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "Quorbit", WrapForMessageBox(text).c_str(),
+                                 window_);
         sigaction(SIGTERM, &oldTerm, nullptr);
         sigaction(SIGINT, &oldInt, nullptr);
         sigaction(SIGHUP, &oldHup, nullptr);

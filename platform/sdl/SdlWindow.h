@@ -13,6 +13,9 @@
 
 namespace qb {
 
+// Breaks a message into lines of at most `width` characters at blanks.
+std::string WrapForMessageBox(const std::string& text, size_t width = 72);
+
 class SdlKeyboard;
 
 class SdlWindow : public Window {

@@ -14,6 +14,7 @@
 #include "platform/sdl/GlTextures.h"
 #include "platform/sdl/GlTransforms.h"
 #include "platform/sdl/Letterbox.h"
+#include "platform/sdl/SdlWindow.h"
 #include "platform/sdl/XMesh.h"
 
 namespace qb {
@@ -261,6 +262,21 @@ TEST(Fonts, TheGamesFaceNameFindsAScalableSans) {
     if (file.find("Liberation") != std::string::npos) {
         EXPECT_TRUE(boldFace) << file;
     }
+}
+
+}  // namespace
+}  // namespace qb
+
+namespace qb {
+namespace {
+
+TEST(MessageBoxText, LongMessagesBreakAtBlanksAndShortOnesStayWhole) {
+    EXPECT_EQ(WrapForMessageBox("No 3D hardware detected."), "No 3D hardware detected.");
+    const std::string wrapped = WrapForMessageBox("aaaa bbbb cccc dddd", 9);
+    EXPECT_EQ(wrapped, "aaaa bbbb\ncccc dddd");
+    // A word longer than a line is kept whole on a line of its own.
+    EXPECT_EQ(WrapForMessageBox("x /a/very/long/path/levels.dat y", 10),
+              "x\n/a/very/long/path/levels.dat\ny");
 }
 
 }  // namespace
