@@ -7,7 +7,8 @@ if [ $# -ne 2 ]; then
   echo "usage: fuzz/run.sh BUILD_DIR SECONDS" >&2
   exit 2
 fi
-build=$1
+mkdir -p "$1"
+build=$(cd "$1" && pwd)  # the runs below change folder
 seconds=$2
 src=$(cd "$(dirname "$0")/.." && pwd)
 
