@@ -43,6 +43,7 @@ void KeyboardControls::HandleKeyboard() {
     }
     const uint8_t* k = input.KeyState;
     Release(k, DIK_ESCAPE, EscReleased);
+    if (game_.GameState != qb::ZoneChoice) ZoneReturnArmed = false;
     switch (game_.GameState) {
         case qb::Playing:
             Playing(k);
@@ -134,20 +135,25 @@ void KeyboardControls::PauseMenu(const uint8_t* k) {
     if (Pressed(k, DIK_DOWN, DownReleased)) MoveFocus(true);
     if (k[DIK_RETURN] != Down) return;
     switch (CurrentTab(game_)) {
+        // A press of Return lasts several passes: the one that chose the item
+        // must not also start the track again (or jump) on the next screen.
         case 1:  // restart
             game_.GameState = qb::Playing;
             game_.resetgame(false);
             game_.gui->SetupScreen(0);
+            ReturnReleased = false;
             break;
         case 2:  // exit track
             game_.GameState = qb::TrackChoice;
             game_.resetgame(false);
             game_.gui->SetupScreen(3);
+            ReturnReleased = false;
             break;
         case 3:  // quit game
             game_.GameState = qb::MainMenu;
             game_.resetgame(false);
             game_.gui->SetupScreen(0);
+            ReturnReleased = false;
             break;
         case 4:  // cancel: play on where it stopped
             game_.GameState = qb::Playing;
@@ -202,8 +208,14 @@ void KeyboardControls::ZoneChoice(const uint8_t* k) {
     if (Pressed(k, DIK_DOWN, DownReleased)) game_.gui->MoveFocusToward(0, 1);
     if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
     // Return opens the focused stop; on zone A (where the screen starts)
-    // that is the first zone at its first track.
-    if (k[DIK_RETURN] == Down && game_.GameState == qb::ZoneChoice) game_.gui->ActivateZoneChoiceFocus();
+    // that is the first zone at its first track. The Return that chose
+    // "play" on the main menu is still down when this screen comes up: it
+    // must be let go first, or the zone choice could never be used.
+    if (k[DIK_RETURN] != Down) ZoneReturnArmed = true;
+    if (k[DIK_RETURN] == Down && ZoneReturnArmed && game_.GameState == qb::ZoneChoice) {
+        ZoneReturnArmed = false;
+        game_.gui->ActivateZoneChoiceFocus();
+    }
     // The Return that leaves this screen must not also start a track.
     ReturnReleased = false;
 }

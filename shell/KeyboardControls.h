@@ -29,6 +29,8 @@ public:
     // The released flags, kept between passes (all false at start).
     bool EscReleased = false, UpReleased = false, DownReleased = false, LeftReleased = false;
     bool RightReleased = false, ReturnReleased = false, SpaceReleased = false, BackReleased = false;
+    // Return seen up since the zone choice came up (cleared on every other screen).
+    bool ZoneReturnArmed = false;
     std::array<bool, 26> LetterReleased{};
 
 private:

@@ -95,6 +95,13 @@ TEST(Zones, ReturnOnZoneAOpensItsFirstTrackThroughTheKeyboard) {
     ASSERT_TRUE(t.start());
     t.game->levels->CurrentLevel = 7;
     t.show(ZoneChoice);
+    // The Return that chose "play" is still down when the screen comes up:
+    // it opens nothing until it has been let go.
+    t.hp.keyboard.setOnly({DIK_RETURN});
+    t.game->HandleKeyboard();
+    EXPECT_EQ(t.game->GameState, ZoneChoice);
+    t.hp.keyboard.setOnly({});
+    t.game->HandleKeyboard();
     t.hp.keyboard.setOnly({DIK_RETURN});
     t.game->HandleKeyboard();
     EXPECT_EQ(t.game->GameState, TrackChoice);

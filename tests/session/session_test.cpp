@@ -209,6 +209,22 @@ TEST(PauseMenu, RestartRebuildsTheTrackAndBooksTheRun) {
     EXPECT_GT(g.stats->LevelStats[1].PlayTime, 0);
 }
 
+TEST(PauseMenu, AReturnHeldOnExitTrackStaysOnTheTrackChoice) {
+    Drive d("exittrack", TrackHead() + " block -2 0 -5 4 1 100 tex road\n");
+    frmGame& g = d.game();
+    d.frames(10, {DIK_UP});
+    d.frame();
+    d.frame({DIK_ESCAPE});
+    ASSERT_EQ(g.GameState, PauseMenu);
+    ASSERT_EQ(CurrentTab(g), 2);
+    // A person's press lasts several passes.
+    for (int i = 0; i < 4; ++i) d.frame({DIK_RETURN});
+    EXPECT_EQ(g.GameState, TrackChoice);
+    d.frame();
+    d.frame({DIK_RETURN});  // a fresh press starts the track again
+    EXPECT_EQ(g.GameState, Playing);
+}
+
 TEST(Statistics, EachDeathBooksItsOwnTimeOnce) {
     Drive d("stats", TrackHead() + " block -2 0 200 4 1 4 tex road\n");
     frmGame& g = d.game();
