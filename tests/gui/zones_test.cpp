@@ -110,6 +110,21 @@ TEST(Zones, ReturnOnZoneAOpensItsFirstTrackThroughTheKeyboard) {
     EXPECT_EQ(t.game->levels->CurrentLevel, 1);
 }
 
+TEST(Zones, EveryZoneDrivesToTheTrackMusic) {
+    GuiGame t("zonemusic", 25);
+    ASSERT_TRUE(t.start());
+    t.game->sound->SetMusicVolume(50);
+    for (int zoneSlot : {5, 6}) {
+        t.show(ZoneChoice);
+        t.click(zoneSlot);
+        ASSERT_EQ(t.game->GameState, TrackChoice);
+        EXPECT_EQ(t.hp.audio.musicPlaying, 0);
+        t.click(26);
+        ASSERT_EQ(t.game->GameState, Playing);
+        EXPECT_EQ(t.hp.audio.musicPlaying, MusicTrack) << "zone slot " << zoneSlot;
+    }
+}
+
 TEST(UserTracks, NoneFoundShowsTheEmptyTableAndPlaysNothing) {
     GuiGame t("nouser");
     ASSERT_TRUE(t.start());
