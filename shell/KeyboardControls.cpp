@@ -41,9 +41,32 @@ void KeyboardControls::HandleKeyboard() {
         game_.debug->WriteLine("Buffer Overflow -> Compensating");
         return;
     }
-    const uint8_t* k = input.KeyState;
+    const uint8_t* raw = input.KeyState;
+    // A click or the finish may have changed the screen since the last pass.
+    if (game_.GameState != screen_) HoldOver(raw);
+    uint8_t k[256];
+    for (int i = 0; i < 256; ++i) {
+        if (heldOver_[i] && raw[i] != Down) heldOver_[i] = false;
+        k[i] = heldOver_[i] ? Up : raw[i];
+    }
+    const int16_t before = game_.GameState;
+    Act(k);
+    if (game_.GameState != before) HoldOver(raw);
+    screen_ = game_.GameState;
+}
+
+void KeyboardControls::HoldOver(const uint8_t* raw) {
+    for (int i = 0; i < 256; ++i)
+        if (raw[i] == Down) heldOver_[i] = true;
+}
+
+void KeyboardControls::ScreenSeen() {
+    heldOver_.fill(false);
+    screen_ = game_.GameState;
+}
+
+void KeyboardControls::Act(const uint8_t* k) {
     Release(k, DIK_ESCAPE, EscReleased);
-    if (game_.GameState != qb::ZoneChoice) ZoneReturnArmed = false;
     switch (game_.GameState) {
         case qb::Playing:
             Playing(k);
@@ -208,14 +231,8 @@ void KeyboardControls::ZoneChoice(const uint8_t* k) {
     if (Pressed(k, DIK_DOWN, DownReleased)) game_.gui->MoveFocusToward(0, 1);
     if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
     // Return opens the focused stop; on zone A (where the screen starts)
-    // that is the first zone at its first track. The Return that chose
-    // "play" on the main menu is still down when this screen comes up: it
-    // must be let go first, or the zone choice could never be used.
-    if (k[DIK_RETURN] != Down) ZoneReturnArmed = true;
-    if (k[DIK_RETURN] == Down && ZoneReturnArmed && game_.GameState == qb::ZoneChoice) {
-        ZoneReturnArmed = false;
-        game_.gui->ActivateZoneChoiceFocus();
-    }
+    // that is the first zone at its first track.
+    if (k[DIK_RETURN] == Down && game_.GameState == qb::ZoneChoice) game_.gui->ActivateZoneChoiceFocus();
     // The Return that leaves this screen must not also start a track.
     ReturnReleased = false;
 }

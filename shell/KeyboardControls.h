@@ -6,6 +6,11 @@
 // Edge-triggered actions fire once per press: each command key has a
 // "released" flag that any pass seeing the key up sets, and the action
 // clears. Held actions only look at whether the key is down.
+//
+// A key press acts on the screen where it went down: when the screen changes
+// (by a key, a click or the finish), every key still down reads as up until
+// it has been let go. Without that, one ordinary press of Esc ran through
+// several screens, and a Return held as a jump chose a pause menu item.
 #pragma once
 
 #include <array>
@@ -29,9 +34,11 @@ public:
     // The released flags, kept between passes (all false at start).
     bool EscReleased = false, UpReleased = false, DownReleased = false, LeftReleased = false;
     bool RightReleased = false, ReturnReleased = false, SpaceReleased = false, BackReleased = false;
-    // Return seen up since the zone choice came up (cleared on every other screen).
-    bool ZoneReturnArmed = false;
     std::array<bool, 26> LetterReleased{};
+
+    // Takes the current screen as the one the keys are on, holding nothing
+    // over: for a run that starts straight in play with its keys already down.
+    void ScreenSeen();
 
 private:
     void Playing(const uint8_t* k);
@@ -43,11 +50,18 @@ private:
     void NameEntry(const uint8_t* k);
     void MadeIt(const uint8_t* k);
     void Instructions(const uint8_t* k);
+    void Act(const uint8_t* k);
     void Jump();
     void MoveFocus(bool on);
     void GoTo(int16_t state, bool withSound);
+    void HoldOver(const uint8_t* raw);
 
     frmGame& game_;
+    // Keys that were down when the screen changed and have not been let go.
+    std::array<bool, 256> heldOver_{};
+    // The screen the last pass ended on; Starting before the first pass, so
+    // keys held while the game loads count as held over too.
+    int16_t screen_ = -1;
 };
 
 }  // namespace qb

@@ -13,6 +13,7 @@
 #include "physics/clsPlayer.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/KeyScript.h"
+#include "shell/KeyboardControls.h"
 #include "shell/RaceTime.h"
 #include "shell/frmGame.h"
 
@@ -105,6 +106,8 @@ bool SimRun::Start(int32_t track, std::string& error) {
     g.track->BuildLevel(track, false);
     g.startPlaying();
     g.gui->SetupScreen(0);
+    // A script's keys are pressed in play from its first frame on.
+    g.controls->ScreenSeen();
     starCount_ = l.Level(track).StarUpper + 1;
     return true;
 }

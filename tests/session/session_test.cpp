@@ -155,6 +155,7 @@ TEST(Controls, HOpensTheNameEntryForTheLastQualifyingTime) {
     frmGame& g = d.game();
     g.GameState = Playing;
     g.gui->SetupScreen(0);
+    d.frame();
     d.frame({DIK_H});
     EXPECT_EQ(g.GameState, NameEntry);
     EXPECT_EQ(g.LastFinishSeconds, 10);
