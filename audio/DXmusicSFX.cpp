@@ -1,5 +1,6 @@
 #include "audio/DXmusicSFX.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -134,24 +135,26 @@ void DXmusicSFX::ResumeMusic() {
     if (CurrentMusic == MusicWin) device_.playMusic(MusicWin, false);
 }
 
+// Both volumes are kept within their range, in play and in options.dat: a
+// press past either end changes nothing, and a stored value from outside the
+// range (an old or edited file) is read as the nearest end, so the options
+// screen always shows what plays.
 void DXmusicSFX::SetSfxVolume(int32_t Volume) {
-    if (Volume >= SfxVolumeMin && Volume <= SfxVolumeMax) {
-        if (SoundReady) {
-            const float gain = SfxGain(Volume);
-            for (int number : kVolumeEffects) device_.setEffectGain(number, gain);
-        }
-        SfxVolume = Volume;
+    Volume = std::clamp(Volume, SfxVolumeMin, SfxVolumeMax);
+    if (SoundReady) {
+        const float gain = SfxGain(Volume);
+        for (int number : kVolumeEffects) device_.setEffectGain(number, gain);
     }
+    SfxVolume = Volume;
     SfxMuted = Volume <= SfxVolumeMin;
     options_.Options.SfxVolume = Volume;
     options_.SaveOptions();
 }
 
 void DXmusicSFX::SetMusicVolume(int32_t Volume) {
-    if (Volume >= 0 && Volume <= MusicVolumeMax) {
-        if (SoundReady) device_.setMusicGain(static_cast<float>(Volume) / 100.0f);
-        MusicVolume = Volume;
-    }
+    Volume = std::clamp(Volume, 0, MusicVolumeMax);
+    if (SoundReady) device_.setMusicGain(static_cast<float>(Volume) / 100.0f);
+    MusicVolume = Volume;
     MusicMuted = Volume <= 0;
     options_.Options.MusicVolume = Volume;
     options_.SaveOptions();

@@ -59,12 +59,9 @@ bool DirectX::InitialiseGraphics() {
             window_.messageBox("No 3D hardware detected. Quorbit requires a 3D accelerator Video Card");
             return false;
         }
-        // An unknown stored mode (a fresh options.dat holds 0) plays at 800x600.
-        const int32_t mode = (VideoMode == 1 || VideoMode == 2) ? VideoMode : 1;
-        const int32_t stored = VideoMode;
-        ApplyVideoMode(mode);
-        VideoMode = stored;
-        RecomputeGuiOffsets();
+        // An unknown stored mode (a fresh options.dat holds 0) plays at
+        // 800x600, and the options screen marks that mode as the one in use.
+        ApplyVideoMode((VideoMode == 1 || VideoMode == 2) ? VideoMode : 1);
         Present.multiSamples = 0;
         for (int samples : {2, 4, 6})
             if (device.supportsMultiSample(samples)) Present.multiSamples = samples;

@@ -140,7 +140,7 @@ void KeyboardControls::Playing(const uint8_t* k) {
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
     }
-    if (k[DIK_H] == Down) {
+    if (TestKeys && k[DIK_H] == Down) {
         // Straight to the name entry for the last qualifying time.
         game_.GameState = qb::NameEntry;
         game_.gui->SetupScreen(0);

@@ -27,6 +27,12 @@ public:
     static constexpr std::array<uint8_t, 26> LetterKeys{30, 48, 46, 32, 18, 33, 34, 35, 23, 36, 37, 38, 50,
                                                         49, 24, 25, 16, 19, 31, 20, 22, 47, 17, 45, 21, 44};
     static constexpr int NameLength = 15;
+    // H in play opens the name entry (a build made for testing only).
+#ifdef QUORBIT_TEST_KEYS
+    static constexpr bool TestKeys = true;
+#else
+    static constexpr bool TestKeys = false;
+#endif
 
     explicit KeyboardControls(frmGame& game) : game_(game) {}
     void HandleKeyboard();

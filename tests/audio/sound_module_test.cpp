@@ -129,7 +129,7 @@ TEST(SoundModule, NumbersWithoutAnEffectPlayNothing) {
     EXPECT_EQ(r.device.log, Log{});
 }
 
-TEST(SoundModule, EffectVolumeMutesAtTheBottomAndSavesAnyValue) {
+TEST(SoundModule, EffectVolumeMutesAtTheBottomAndStaysInItsRange) {
     Rig r("sfxvolume");
     ASSERT_TRUE(r.start());
     r.sound.SetSfxVolume(-2000);
@@ -145,16 +145,16 @@ TEST(SoundModule, EffectVolumeMutesAtTheBottomAndSavesAnyValue) {
     r.sound.PlayEffect(SfxJump);
     EXPECT_EQ(r.device.log.back(), "play 1");
 
-    // Out of range: only the mute flag and the saved value change.
+    // Out of range: the nearest end, in play and in the file.
     r.sound.SetSfxVolume(200);
-    EXPECT_EQ(r.sound.SfxVolume, -1800);
+    EXPECT_EQ(r.sound.SfxVolume, 0);
     EXPECT_FALSE(r.sound.SfxMuted);
-    EXPECT_NEAR(r.device.effectGain[1], std::pow(10.0, -0.9), 1e-6);
-    EXPECT_EQ(r.saved().SfxVolume, 200);
+    EXPECT_NEAR(r.device.effectGain[1], 1.0, 1e-6);
+    EXPECT_EQ(r.saved().SfxVolume, 0);
     r.sound.SetSfxVolume(-2200);
     EXPECT_TRUE(r.sound.SfxMuted);
-    EXPECT_EQ(r.sound.SfxVolume, -1800);
-    EXPECT_EQ(r.saved().SfxVolume, -2200);
+    EXPECT_EQ(r.sound.SfxVolume, -2000);
+    EXPECT_EQ(r.saved().SfxVolume, -2000);
 }
 
 TEST(SoundModule, MusicVolumeMutesAtZeroAndTheNextPieceStartsFromItsBeginning) {
@@ -174,10 +174,11 @@ TEST(SoundModule, MusicVolumeMutesAtZeroAndTheNextPieceStartsFromItsBeginning) {
     r.sound.PlayMusic(MusicTrack);
     EXPECT_EQ(r.device.log, (Log{"stopmusic 1", "stopmusic 7", "music 1 loop"}));
 
+    // Past the top: the top, in play and in the file.
     r.sound.SetMusicVolume(150);
-    EXPECT_EQ(r.sound.MusicVolume, 10);
-    EXPECT_FLOAT_EQ(r.device.musicGain, 0.10f);
-    EXPECT_EQ(r.saved().MusicVolume, 150);
+    EXPECT_EQ(r.sound.MusicVolume, 100);
+    EXPECT_FLOAT_EQ(r.device.musicGain, 1.0f);
+    EXPECT_EQ(r.saved().MusicVolume, 100);
 }
 
 TEST(SoundModule, TheWinPieceReplacesTheTrackMusicAndPlaysOnce) {

@@ -2,6 +2,8 @@
 // text fields; the pointer's highlight and click rules; the options.
 #include <gtest/gtest.h>
 
+#include <fstream>
+
 #include "level/TrackObjects.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
@@ -92,25 +94,36 @@ TEST(Screens, OptionsShowTheVolumesAndTheModeInUse) {
     EXPECT_EQ(t.field(1), "80%");
     EXPECT_EQ(t.field(2), "70%");
     EXPECT_EQ(t.gui().Field(1).Colour(), 0xFF000000u);
-    // A fresh options file holds video mode 0: neither mode button is marked.
-    const V plain{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 53, 55};
-    EXPECT_EQ(t.enabled(), plain);
-    t.game->dx->VideoMode = 1;
-    t.show(Options);
+    // A fresh options file holds video mode 0; the game plays at 800x600
+    // and marks that mode.
+    EXPECT_EQ(t.game->options->Options.VideoMode, 0);
     EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 54, 55}));
+    t.game->dx->VideoMode = 2;
+    t.show(Options);
+    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 53, 56}));
 }
 
-TEST(Screens, VolumeButtonsStopAtTheirBounds) {
+TEST(Screens, VolumesStayInTheirRangeFromTheFileAndOnTheButtons) {
     GuiGame t("volumes");
+    // An options.dat from outside the ranges: music 150 %, effects below silent.
+    const int32_t stored[3] = {150, -2400, 1};
+    std::ofstream(t.dir + "options.dat", std::ios::binary)
+        .write(reinterpret_cast<const char*>(stored), sizeof stored);
     ASSERT_TRUE(t.start());
-    t.game->sound->SetSfxVolume(-2000);
-    t.game->sound->SetMusicVolume(100);
     t.show(Options);
+    // The screen shows what plays.
+    EXPECT_EQ(t.field(1), "0%");
+    EXPECT_TRUE(t.game->sound->SfxMuted);
+    EXPECT_EQ(t.field(2), "100%");
+    EXPECT_FLOAT_EQ(t.hp.audio.musicGain, 1.0f);
+    // Past either end a press changes nothing, not even the file.
     t.click(16);
     EXPECT_EQ(t.game->sound->SfxVolume, -2000);
     EXPECT_EQ(t.field(1), "0%");
+    EXPECT_EQ(t.game->options->Options.SfxVolume, -2000);
     t.click(18);
     EXPECT_EQ(t.field(2), "100%");
+    EXPECT_EQ(t.game->options->Options.MusicVolume, 100);
     t.click(17);
     EXPECT_EQ(t.field(1), "10%");
     t.click(37);
