@@ -21,7 +21,7 @@ cmake --build "$build" --target fuzz
 # Seeds: the shipped track sources, and levels.dat built from them.
 seeds=$build/fuzz/seeds
 rm -rf "$seeds"
-mkdir -p "$seeds/levels_dat" "$seeds/track_source" "$seeds/options_dat" "$seeds/stats_dat"
+mkdir -p "$seeds/levels_dat" "$seeds/track_source" "$seeds/options_dat" "$seeds/stats_dat" "$seeds/settings_cfg"
 cp "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk "$seeds/track_source/"
 i=0
 for t in "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk; do
@@ -29,10 +29,11 @@ for t in "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk; do
   "$build/fuzz/fuzz_make_seed" "$seeds/levels_dat/seed$i.dat" "$t"
 done
 printf '\062\000\000\000\030\374\377\377\001\000\000\000' > "$seeds/options_dat/seed"
+printf '# keys\nkeys.jump = 57\nrace.ghost = true\nname = Zo\303\253\n' > "$seeds/settings_cfg/seed"
 printf '\003\000\020\047\000\000\001\000\000\000\002\000\000\000' > "$seeds/stats_dat/seed"
 
 status=0
-for name in levels_dat options_dat stats_dat track_source; do
+for name in levels_dat options_dat settings_cfg stats_dat track_source; do
   corpus=$build/fuzz/corpus/$name
   mkdir -p "$corpus"
   echo "fuzz_$name: $seconds s"

@@ -6,6 +6,7 @@
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
+#include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
 #include "physics/CollisionDetection.h"
@@ -24,6 +25,8 @@ namespace qb {
 frmGame::frmGame(Platform& p) : platform(p) {
     debug = std::make_unique<QuorbitDebug>();
     options = std::make_unique<optionsDat>(p.paths.writeDir + "options.dat");
+    settings = std::make_unique<Settings>(p.paths.writeDir + "settings.cfg",
+                                          [this](const std::string& what) { debug->WriteLine(what); });
     dx = std::make_unique<DirectX>(p.graphics, *debug, p.window);
     input = std::make_unique<DirectInput>(p.keyboard, *debug, p.window);
     stats = std::make_unique<Stats>(p.paths.writeDir + "stats.dat");
@@ -86,6 +89,7 @@ bool frmGame::startup() {
     dx->VideoMode = options->Options.VideoMode;
     GameState = Loading;
     debug->Open(platform.paths.writeDir + "Debug.txt", platform.system);
+    settings->Load();
     platform.window.show();
     TexturesPath = platform.paths.gameDir + "textures/";
     BackgroundsPath = platform.paths.gameDir + "backgrounds/";

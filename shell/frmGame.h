@@ -15,6 +15,7 @@ class QuorbitDebug;
 class DirectX;
 class DirectInput;
 class optionsDat;
+class Settings;
 class Stats;
 class LevelStructure;
 class TrackObjects;
@@ -108,6 +109,7 @@ public:
     // --- subsystems -------------------------------------------------------------------
     std::unique_ptr<QuorbitDebug> debug;
     std::unique_ptr<optionsDat> options;
+    std::unique_ptr<Settings> settings;  // settings.cfg beside options.dat
     std::unique_ptr<DirectX> dx;
     std::unique_ptr<DirectInput> input;
     std::unique_ptr<Stats> stats;

@@ -9,6 +9,7 @@
 #include <functional>
 
 #include "level/LevelStructure.h"
+#include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
 #include "platform/DirectX.h"
@@ -177,6 +178,21 @@ TEST(DamagedSettings, ShortAndOverlongFilesKeepWhatTheyCanAndLoseNothing) {
     EXPECT_EQ(game.options->Options.MusicVolume, 50);
     game.stats->SaveStats();
     EXPECT_EQ(fs::file_size(folder.dir() + "stats.dat"), longStats.size());  // surplus kept
+}
+
+TEST(DamagedSettings, AGarbledSettingsFileIsLoggedAndTheGameStartsWithDefaults) {
+    DamagedFolder folder("cfg");
+    static const char junk[] = "\x00\x01\xFF binary junk\nx = 1\n";
+    folder.garble("settings.cfg", std::string(junk, sizeof junk - 1));
+    HeadlessPlatform hp(folder.dir(), folder.dir());
+    frmGame game(hp.platform);
+    hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+    EXPECT_EQ(game.Form_Load(), 0);
+    EXPECT_EQ(game.settings->GetInt("x", 0), 1);
+    std::ifstream log(folder.dir() + "Debug.txt");
+    const std::string text((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
+    EXPECT_NE(text.find("settings.cfg line 1 is not"), std::string::npos) << text;
+    EXPECT_NE(text.find("Initalise DirectX and DX3D = True"), std::string::npos);
 }
 
 }  // namespace
