@@ -36,6 +36,7 @@ void CollisionDetection::ResetCollisionState(frmGame& game) {
     ExplodeRequested = false;
     SqueezedFromLeft = false;
     SqueezedFromRight = false;
+    Carried = false;
     game.player->setplayernotonice();
     CollisionBoxAxes[0] = Vector3{0, 0.8f, 0};
     CollisionBoxAxes[1] = Vector3{0.8f, 0, 0};
@@ -208,8 +209,13 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
             game.OnGround = true;
             pl.verticalvelocity(AddD(p.y - y, 0.0001));
             if (!LandingAction(game, c)) return false;
-            if (c.objectKind == KindPlatform)
+            // Every corner of the car standing on the top answers here; the
+            // platform's motion is added once, or the car would slide along
+            // at a multiple of the platform's speed.
+            if (c.objectKind == KindPlatform && !Carried) {
                 pl.HorizontalVelocity(pl.HorizontalVelocity() + platformVelocityX());
+                Carried = true;
+            }
             break;
         case 4:  // the front
             if (OnRamp) break;

@@ -54,6 +54,7 @@ public:
     bool ExplodeRequested = false;
     bool SqueezedFromLeft = false;
     bool SqueezedFromRight = false;
+    bool Carried = false;  // a platform top has added its motion this frame
     Vector3 CollisionBoxAxes[3] = {{0, 0.8f, 0}, {0.8f, 0, 0}, {0, 0, 0.8f}};
     std::vector<CollisionCandidate> Candidates;
     ContactSet ContactPoints;

@@ -19,8 +19,9 @@ struct RouteCommand {
 };
 
 // One command per line, "Z COMMAND [ARG]": x X | x free | ride P | speed S |
-// jump | hold | release | board P. A ridden platform carries the car further
-// than it moves itself, so riding means steering for its middle. False with a message naming the line.
+// jump | hold | release | board P. Riding a platform means steering for its
+// middle, so the car keeps clear of both edges whatever it does on board. False with a message naming the
+// line.
 bool ParseRoute(const std::string& text, std::vector<RouteCommand>& out, std::string& error);
 
 // The autopilot: one call per frame, before the frame runs.
