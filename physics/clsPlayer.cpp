@@ -11,6 +11,7 @@
 #include "platform/D3DMath.h"
 #include "platform/DirectInput.h"
 #include "platform/DirectX.h"
+#include "shell/KeyboardControls.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -157,10 +158,10 @@ void clsPlayer::draw() {
     world_ = MatrixIdentity();
     if (onIce_) {
         // Sliding without steering: the nose turns into the slide.
-        const uint8_t* keys = game_.input->KeyState;
-        if (horizontal_ > 0 && keys[DIK_RIGHT] == 0)
+        const KeyboardControls& keys = *game_.controls;
+        if (horizontal_ > 0 && !keys.SteeringRight())
             world_ = MatrixMultiply(world_, MatrixRotationY(-SkidYaw));
-        else if (horizontal_ < 0 && keys[DIK_LEFT] == 0)
+        else if (horizontal_ < 0 && !keys.SteeringLeft())
             world_ = MatrixMultiply(world_, MatrixRotationY(SkidYaw));
     }
     if (bouncePadActive_) {

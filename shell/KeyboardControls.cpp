@@ -1,5 +1,6 @@
 #include "shell/KeyboardControls.h"
 
+#include <algorithm>
 #include <string>
 
 #include "audio/DXmusicSFX.h"
@@ -21,9 +22,6 @@ constexpr uint8_t Down = 128;
 constexpr uint8_t Up = 0;
 constexpr int ButtonSlots = 59;
 
-inline void Release(const uint8_t* k, uint8_t key, bool& flag) {
-    if (k[key] == Up) flag = true;
-}
 // An edge-triggered key: down with its flag set; clears the flag.
 inline bool Pressed(const uint8_t* k, uint8_t key, bool& flag) {
     if (k[key] != Down || !flag) return false;
@@ -41,7 +39,18 @@ void KeyboardControls::HandleKeyboard() {
         game_.debug->WriteLine("Buffer Overflow -> Compensating");
         return;
     }
-    const uint8_t* raw = input.KeyState;
+    // A key that went down since the last pass counts as down for this one,
+    // even when it is already up again: a quick tap falls between two passes
+    // on a slow machine or from a tool, and must not be lost. Being pressed
+    // anew also means it was let go in between (which re-arms its flag).
+    uint8_t raw[256];
+    std::copy(input.KeyState, input.KeyState + 256, raw);
+    fresh_.fill(false);
+    for (const KeyEvent& e : input.EventBuffer) {
+        if (e.key > 255 || e.data != Down) continue;
+        fresh_[e.key] = true;
+        raw[e.key] = Down;
+    }
     // A click or the finish may have changed the screen since the last pass.
     if (game_.GameState != screen_) HoldOver(raw);
     uint8_t k[256];
@@ -49,10 +58,15 @@ void KeyboardControls::HandleKeyboard() {
         if (heldOver_[i] && raw[i] != Down) heldOver_[i] = false;
         k[i] = heldOver_[i] ? Up : raw[i];
     }
+    steerLeft_ = steerRight_ = false;
     const int16_t before = game_.GameState;
     Act(k);
     if (game_.GameState != before) HoldOver(raw);
     screen_ = game_.GameState;
+}
+
+void KeyboardControls::Release(const uint8_t* k, uint8_t key, bool& flag) const {
+    if (k[key] == Up || fresh_[key]) flag = true;
 }
 
 void KeyboardControls::HoldOver(const uint8_t* raw) {
@@ -128,8 +142,10 @@ void KeyboardControls::Playing(const uint8_t* k) {
     // Without a steering key the car stops moving sideways at once, except
     // on ice, where it keeps sliding.
     if (k[DIK_LEFT] == Up && k[DIK_RIGHT] == Up && !pl.ISPlayerOnAnIceBlock()) pl.HorizontalVelocity(0);
-    if (k[DIK_RIGHT] == Down) pl.MoveRight();
-    if (k[DIK_LEFT] == Down) pl.Moveleft();
+    steerRight_ = k[DIK_RIGHT] == Down;
+    steerLeft_ = k[DIK_LEFT] == Down;
+    if (steerRight_) pl.MoveRight();
+    if (steerLeft_) pl.Moveleft();
     if (k[DIK_RSHIFT] == Down || k[DIK_RCONTROL] == Down || k[DIK_SPACE] == Down || k[DIK_LCONTROL] == Down ||
         k[DIK_LSHIFT] == Down)
         Jump();
@@ -139,6 +155,16 @@ void KeyboardControls::Playing(const uint8_t* k) {
     if (Pressed(k, DIK_ESCAPE, EscReleased)) {
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
+        return;
+    }
+    // Quick restart: the same as Restart in the pause menu, without the menu.
+    Release(k, DIK_BACK, BackReleased);
+    if (Pressed(k, DIK_BACK, BackReleased)) {
+        game_.sound->PlayEffect(SfxTransit);
+        game_.resetgame(false);
+        game_.StarsCollected = 0;
+        game_.gui->SetupScreen(0);
+        return;
     }
     if (TestKeys && k[DIK_H] == Down) {
         // Straight to the name entry for the last qualifying time.

@@ -46,6 +46,14 @@ public:
     // over: for a run that starts straight in play with its keys already down.
     void ScreenSeen();
 
+    // Whether the last play pass steered right or left (the car's skid look).
+    bool SteeringRight() const {
+        return steerRight_;
+    }
+    bool SteeringLeft() const {
+        return steerLeft_;
+    }
+
 private:
     void Playing(const uint8_t* k);
     void PauseMenu(const uint8_t* k);
@@ -61,6 +69,9 @@ private:
     void MoveFocus(bool on);
     void GoTo(int16_t state, bool withSound);
     void HoldOver(const uint8_t* raw);
+    // Sets an edge-triggered key's flag when the key is up, or was pressed
+    // anew since the last pass.
+    void Release(const uint8_t* k, uint8_t key, bool& flag) const;
 
     frmGame& game_;
     // Keys that were down when the screen changed and have not been let go.
@@ -68,6 +79,9 @@ private:
     // The screen the last pass ended on; Starting before the first pass, so
     // keys held while the game loads count as held over too.
     int16_t screen_ = -1;
+    // Keys that went down since the last pass.
+    std::array<bool, 256> fresh_{};
+    bool steerLeft_ = false, steerRight_ = false;
 };
 
 }  // namespace qb
