@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "Lint.h"
 #include "level/LevelFileReader.h"
 #include "level/LevelFileWriter.h"
 #include "level/TrackSource.h"
@@ -20,7 +21,8 @@ namespace fs = std::filesystem;
 constexpr const char* kUsage =
     "usage: quorbit-track build -o OUT.dat FILE.trk...\n"
     "       quorbit-track dump IN.dat [-o DIR]\n"
-    "       quorbit-track check FILE...\n";
+    "       quorbit-track check FILE...\n"
+    "       quorbit-track lint --game-dir DIR [--levels FILE.dat] (--solutions DIR | --keys FILE) ...\n";
 
 int usage(const std::string& message) {
     std::cerr << "quorbit-track: " << message << "\n" << kUsage;
@@ -194,5 +196,6 @@ int main(int argc, char** argv) {
     if (verb == "build") return build(args);
     if (verb == "dump") return dump(args);
     if (verb == "check") return check(args);
+    if (verb == "lint") return LintCommand(args);
     return usage("unknown command '" + verb + "'");
 }
