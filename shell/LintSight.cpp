@@ -48,7 +48,8 @@ bool Over(const TopFace& f, float x, float z) {
 
 }  // namespace
 
-void SightCheck::NoteHazard(const std::string& key, const std::string& what, const Vector3& point, bool platform) {
+void SightCheck::NoteHazard(const std::string& key, const std::string& what, const Vector3& point,
+                            bool platform) {
     if (std::find(hazardKeys_.begin(), hazardKeys_.end(), key) != hazardKeys_.end()) return;
     hazardKeys_.push_back(key);
     hazards_.push_back({what, point, static_cast<int64_t>(frames_.size()), platform});
@@ -155,7 +156,8 @@ void SightCheck::Judge(LintReport& report) const {
                 out = true;
                 if (firstOut == 0) {
                     const CameraPicture::Spot spot = pic.Where(corner);
-                    const float mx = options_.viewMargin * pic.width(), my = options_.viewMargin * pic.height();
+                    const float mx = options_.viewMargin * pic.width(),
+                                my = options_.viewMargin * pic.height();
                     edge = spot.y < my                  ? "too high (near the top edge)"
                            : spot.y > pic.height() - my ? "too low (near the bottom edge)"
                            : spot.x < mx                ? "too far left"
@@ -181,7 +183,8 @@ void SightCheck::Judge(LintReport& report) const {
         const Vector3 middle{star.x, star.y + 0.5f, star.z};
         bool inside = true;
         for (const auto& mode : Modes)
-            inside = inside && CameraPicture(f.eye, f.lookAt, mode[0], mode[1]).Inside(middle, options_.viewMargin);
+            inside = inside &&
+                     CameraPicture(f.eye, f.lookAt, mode[0], mode[1]).Inside(middle, options_.viewMargin);
         if (!inside)
             report.findings.push_back({"star in view", frame,
                                        "the star at " + At(star) +

@@ -29,9 +29,9 @@ private:
         Vector3 car, eye, lookAt;
     };
     struct Hazard {
-        std::string what;  // for the message
-        Vector3 point;     // the part the driver must see
-        int64_t frame = 0; // the frame the car gets there
+        std::string what;   // for the message
+        Vector3 point;      // the part the driver must see
+        int64_t frame = 0;  // the frame the car gets there
         bool platform = false;
     };
     void NoteHazard(const std::string& key, const std::string& what, const Vector3& point, bool platform);

@@ -34,8 +34,10 @@ std::string FormatSimRow(const SimRow& r) {
 }
 
 namespace {
-std::string MakeScratch() {
-    std::string pattern = (fs::temp_directory_path() / "quorbit-sim-XXXXXX").string();
+std::string MakeScratch(const std::string& parent) {
+    std::error_code ec;
+    const fs::path base = parent.empty() ? fs::temp_directory_path(ec) : fs::path(parent);
+    std::string pattern = (base / "quorbit-sim-XXXXXX").string();
     if (::mkdtemp(pattern.data()) == nullptr) return {};
     return pattern + "/";
 }
@@ -46,7 +48,8 @@ std::string WithSlash(std::string dir) {
 }
 }  // namespace
 
-SimRun::SimRun(const std::string& gameDir) : gameDir_(WithSlash(gameDir)), scratch_(MakeScratch()) {
+SimRun::SimRun(const std::string& gameDir, const std::string& scratchParent)
+    : gameDir_(WithSlash(gameDir)), scratch_(MakeScratch(scratchParent)) {
     hp_ = std::make_unique<HeadlessPlatform>(gameDir_, scratch_.empty() ? gameDir_ : scratch_);
     game_ = std::make_unique<frmGame>(hp_->platform);
 }

@@ -34,8 +34,9 @@ std::string FormatSimRow(const SimRow& row);
 class SimRun {
 public:
     // Reads from gameDir; what the game writes (stats, patched times, the
-    // log) goes to a scratch folder that is removed afterwards.
-    explicit SimRun(const std::string& gameDir);
+    // log) goes to a scratch folder that is removed afterwards, made in
+    // scratchParent (the system's temporary folder when empty).
+    explicit SimRun(const std::string& gameDir, const std::string& scratchParent = {});
     ~SimRun();
     SimRun(const SimRun&) = delete;
     SimRun& operator=(const SimRun&) = delete;

@@ -1,6 +1,7 @@
 #include "shell/TrackLint.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 #include <map>
 #include <sstream>
@@ -67,9 +68,10 @@ void OneKeyRule(const std::string& gameDir, int32_t track, int64_t frames, LintR
     upOnly.steps.push_back({frames + 250, {KeyScriptNames()[0].second}});
     const ReplayOutcome o = ReplayKeys(gameDir, track, upOnly);
     if (o.Won())
-        report.findings.push_back({"one key", 0,
-                                   "holding Up alone wins with every star: put something on the straight line "
-                                   "that needs a jump, a turn or a stop"});
+        report.findings.push_back(
+            {"one key", 0,
+             "holding Up alone wins with every star: put something on the straight line "
+             "that needs a jump, a turn or a stop"});
 }
 
 void TimingRule(const std::string& gameDir, int32_t track, const KeyTimeline& keys, const LintOptions& o,
@@ -85,8 +87,9 @@ void TimingRule(const std::string& gameDir, int32_t track, const KeyTimeline& ke
         } else {
             // Losses are grouped by ten units of track so that a maker sees where.
             std::string where = r.Describe();
-            if (r.died || !r.finished) where = (r.died ? "died near z " : "stopped near z ") +
-                                               std::to_string(static_cast<int>(std::floor(r.lostZ / 10) * 10));
+            if (r.died || !r.finished)
+                where = (r.died ? "died near z " : "stopped near z ") +
+                        std::to_string(static_cast<int>(std::floor(r.lostZ / 10) * 10));
             losses[where] += 1;
         }
     }
@@ -111,7 +114,7 @@ void TimingRule(const std::string& gameDir, int32_t track, const KeyTimeline& ke
 // still winning; the narrowest is the track's hardest moment.
 void MeasureWindows(const std::string& gameDir, int32_t track, const KeyTimeline& keys, const LintOptions& o,
                     LintReport& report) {
-    int64_t narrowest = 2 * o.windowReach + 1, at = 0;
+    int64_t narrowest = INT64_MAX, at = 0;
     for (int edge : keys.MovableEdges()) {
         int64_t span = 1;
         for (int dir : {-1, 1}) {
@@ -149,7 +152,7 @@ LintReport LintTrack(const std::string& gameDir, int32_t track, const KeyScript&
 
     SightCheck sight(options);
     {
-        SimRun run(gameDir);
+        SimRun run(gameDir, ReplayScratchParent());
         std::string error;
         if (!run.Start(track, error)) {
             report.findings.push_back({"finish", 0, error});
@@ -162,9 +165,10 @@ LintReport LintTrack(const std::string& gameDir, int32_t track, const KeyScript&
         for (int64_t f = 0; f < total && !run.Finished(); ++f) {
             const SimRow row = run.Step(*solution.KeysAt(f));
             if (row.dead || row.exploding) {
-                report.findings.push_back({"finish", row.frame,
-                                           "the solution loses the car at z " + Fixed(row.position.z) +
-                                               ": it must win with every star before anything else is judged"});
+                report.findings.push_back(
+                    {"finish", row.frame,
+                     "the solution loses the car at z " + Fixed(row.position.z) +
+                         ": it must win with every star before anything else is judged"});
                 lost = true;
                 break;
             }
@@ -175,8 +179,8 @@ LintReport LintTrack(const std::string& gameDir, int32_t track, const KeyScript&
             report.figures.stars = o.starCount;
             report.figures.seconds = static_cast<double>(o.finishFrames) / 25.0;
             if (!o.Won()) {
-                report.findings.push_back({"finish", o.lostFrame, "the solution " + o.Describe() +
-                                                                      ": it must win with every star"});
+                report.findings.push_back({"finish", o.lostFrame,
+                                           "the solution " + o.Describe() + ": it must win with every star"});
                 lost = true;
             }
         }

@@ -15,15 +15,15 @@
 namespace qb {
 
 struct LintOptions {
-    float viewMargin = 0.08f;     // share of the screen kept clear round the car
-    int seenFrames = 38;          // 1.5 s of warning before a hazard
-    int shortestHold = 3;         // frames a key is held at the least
-    int jitterRuns = 100;         // replays with moved key timings
-    int jitterWins = 95;          // of them at least this many must win
-    int jitterFrames = 2;         // each press or release moves this far at most
-    uint32_t seed = 14;           // the replays' random draws
-    bool windows = false;         // measure every timing window (slow)
-    int windowReach = 6;          // frames tried either way when measuring
+    float viewMargin = 0.08f;  // share of the screen kept clear round the car
+    int seenFrames = 38;       // 1.5 s of warning before a hazard
+    int shortestHold = 3;      // frames a key is held at the least
+    int jitterRuns = 100;      // replays with moved key timings
+    int jitterWins = 95;       // of them at least this many must win
+    int jitterFrames = 2;      // each press or release moves this far at most
+    uint32_t seed = 14;        // the replays' random draws
+    bool windows = false;      // measure every timing window (slow)
+    int windowReach = 6;       // frames tried either way when measuring
 };
 
 struct LintFinding {

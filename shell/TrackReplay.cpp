@@ -1,9 +1,12 @@
 #include "shell/TrackReplay.h"
 
-#include <cmath>
+#include <unistd.h>
 
-#include "physics/PlayEvents.h"
+#include <cmath>
+#include <filesystem>
+
 #include "level/TrackObjects.h"
+#include "physics/PlayEvents.h"
 #include "shell/SimDriver.h"
 #include "shell/frmGame.h"
 
@@ -19,9 +22,18 @@ std::string ReplayOutcome::Describe() const {
     return "won";
 }
 
+const std::string& ReplayScratchParent() {
+    static const std::string parent = [] {
+        std::error_code ec;
+        const bool memory = std::filesystem::is_directory("/dev/shm", ec) && ::access("/dev/shm", W_OK) == 0;
+        return memory ? std::string("/dev/shm") : std::string();
+    }();
+    return parent;
+}
+
 ReplayOutcome ReplayKeys(const std::string& gameDir, int32_t track, const KeyScript& script) {
     ReplayOutcome o;
-    SimRun run(gameDir);
+    SimRun run(gameDir, ReplayScratchParent());
     if (!run.Start(track, o.error)) return o;
     o.started = true;
     const int64_t total = script.TotalFrames();

@@ -24,6 +24,11 @@ struct ReplayOutcome {
     std::string Describe() const;
 };
 
+// Where the checker's runs keep what the game writes: every run saves the
+// statistics with a flush to disk, and a track is replayed hundreds of
+// times, so a folder in memory is used when the system has one.
+const std::string& ReplayScratchParent();
+
 ReplayOutcome ReplayKeys(const std::string& gameDir, int32_t track, const KeyScript& script);
 
 }  // namespace qb

@@ -57,11 +57,10 @@ int32_t CountTracks(const std::string& levels) {
 std::string FiguresLine(const LintReport& r) {
     const LintFigures& f = r.figures;
     char buf[256];
-    std::snprintf(buf, sizeof buf,
-                  "%d\t%lld\t%lld\t%lld\t%.0f\t%.2f\t%d\t%d\t%d/%d\t%s\n", r.track,
+    std::snprintf(buf, sizeof buf, "%d\t%lld\t%lld\t%lld\t%.0f\t%.2f\t%d\t%d\t%d/%d\t%s\n", r.track,
                   static_cast<long long>(f.keyChanges), static_cast<long long>(f.narrowestWindow),
-                  static_cast<long long>(f.narrowestAt), f.length, f.seconds, f.stars, f.hazards, f.jitterWins,
-                  f.jitterRuns, r.Passed() ? "ok" : r.findings.front().rule.c_str());
+                  static_cast<long long>(f.narrowestAt), f.length, f.seconds, f.stars, f.hazards,
+                  f.jitterWins, f.jitterRuns, r.Passed() ? "ok" : r.findings.front().rule.c_str());
     return buf;
 }
 
@@ -142,8 +141,8 @@ int LintCommand(const std::vector<std::string>& args) {
                     (levels.empty() ? name : "user_" + fs::path(levels).stem().string() + ".keys"))
                        .string();
         }
-        const std::string label = levels.empty() ? "track " + std::to_string(n)
-                                                 : levels + " track " + std::to_string(n);
+        const std::string label =
+            levels.empty() ? "track " + std::to_string(n) : levels + " track " + std::to_string(n);
         KeyScript script;
         if (!LoadKeyScript(keys, script, error)) {
             std::cout << label << ": finish: no solution to drive (" << keys << ": " << error << ")\n";
