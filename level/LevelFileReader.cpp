@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "level/ByteIO.h"
+#include "level/TrackLimits.h"
 
 namespace qb {
 
@@ -50,6 +51,9 @@ public:
         const int64_t at = pos();
         const int16_t len = i16(what);
         if (len < 0) fail(at, std::string("negative length ") + std::to_string(len) + " of " + what);
+        if (len > limits::kNameBytes)
+            fail(at, std::string("length ") + std::to_string(len) + " of " + what + " is over the limit of " +
+                         std::to_string(limits::kNameBytes) + " bytes");
         return fixed(static_cast<size_t>(len), what);
     }
 
@@ -67,6 +71,9 @@ int32_t readUpper(Cursor& c, const char* what, size_t itemSize, bool mayBeEmpty)
     if (upper < lowest)
         c.fail(at, std::string(what) + " upper index " + std::to_string(upper) + " is below " +
                        std::to_string(lowest));
+    if (upper >= limits::kObjectsOfAKind)
+        c.fail(at, std::string(what) + " upper index " + std::to_string(upper) + " is over the limit of " +
+                       std::to_string(limits::kObjectsOfAKind) + " items of a kind");
     const uint64_t bytes = (static_cast<uint64_t>(upper) + 1) * itemSize;
     if (bytes > c.left())
         c.fail(at, std::string(what) + " upper index " + std::to_string(upper) + " needs " +
@@ -116,6 +123,9 @@ void readTextureCount(Cursor& c, LevelRecord& rec) {
     const double limit = static_cast<double>(c.left() / 2);
     const double whole = std::isfinite(value) ? std::nearbyint(value) : -1.0;
     if (!(whole >= 1.0)) c.fail(at, "texture count " + std::to_string(value) + " is below 1");
+    if (whole > limits::kTextures)
+        c.fail(at, "texture count " + std::to_string(value) + " is over the limit of " +
+                       std::to_string(limits::kTextures));
     if (whole > limit)
         c.fail(at, "texture count " + std::to_string(value) + " is larger than the " +
                        std::to_string(c.left()) + " bytes left can hold");
@@ -178,6 +188,9 @@ void readIndex(Cursor& c, LevelFile& out) {
     if (c.left() == 0) c.fail(0, "the file is empty");
     const int32_t count = c.i32("the level count");
     if (count < 1) c.fail(0, "level count " + std::to_string(count) + " (at least 1 needed)");
+    if (count > limits::kTracks)
+        c.fail(0, "level count " + std::to_string(count) + " is over the limit of " +
+                      std::to_string(limits::kTracks) + " tracks");
     for (auto& z : out.ZoneComplete) z = c.i16("the zone flags");
     // The index alone takes 8 bytes a track; the records are checked as
     // they are read, so a short file is reported where it ends.
@@ -285,6 +298,8 @@ bool ReadLevelFile(const uint8_t* data, size_t size, LevelFile& out, LevelFileEr
         readIndex(c, out);
         const int64_t areaStart = c.pos();
         const size_t count = out.Index.size();
+        out.Levels.reserve(count);
+        out.AllStars.reserve(count);
         for (size_t i = 0; i < count; ++i) {
             c.track = static_cast<int32_t>(i + 1);
             const int64_t offset = c.pos() - areaStart;

@@ -56,4 +56,10 @@ bool ReadLevelIndex(const uint8_t* data, size_t size, LevelFile& out, LevelFileE
 // Reads the whole file. On failure `out` is left empty.
 bool ReadLevelFile(const uint8_t* data, size_t size, LevelFile& out, LevelFileError& error);
 
+// Reads the file at `path`: a missing or empty file, or one over the size
+// limit, is refused before its bytes are read. `bytes` receives what was
+// read (for a caller that wants to remember the file as it was).
+bool ReadLevelFileAt(const std::string& path, LevelFile& out, LevelFileError& error,
+                     std::vector<uint8_t>* bytes = nullptr);
+
 }  // namespace qb

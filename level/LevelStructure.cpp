@@ -13,24 +13,11 @@ constexpr int16_t kTrue = -1;
 }
 
 bool LevelStructure::LoadLevels(std::string& error) {
-    file_ = LevelFile{};
     LevelFileError e;
-    // Sixty tracks take a few hundred kilobytes; anything near this size is
-    // not a track file, and reading it whole would only exhaust memory.
-    constexpr uintmax_t kLargest = 64u << 20;
-    std::error_code ec;
-    const uintmax_t size = std::filesystem::file_size(path_, ec);
-    if (!ec && size > kLargest) {
-        e.Message = "the file is " + std::to_string(size) + " bytes long, more than a track file can be";
-    } else {
-        const std::vector<unsigned char> bytes = ReadWholeFile(path_);
-        if (bytes.empty()) {
-            e.Message = "the file is missing or empty";
-        } else if (ReadLevelFile(bytes.data(), bytes.size(), file_, e)) {
-            loadError_.clear();
-            error.clear();
-            return true;
-        }
+    if (ReadLevelFileAt(path_, file_, e)) {
+        loadError_.clear();
+        error.clear();
+        return true;
     }
     loadError_ =
         "The track file " + path_ + " cannot be used (" + e.Describe() + "). No track can be played.";

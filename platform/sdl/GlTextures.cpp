@@ -5,9 +5,14 @@
 
 #include <cstring>
 
+#include "platform/AssetLimits.h"
+
 namespace qb {
 
 bool LoadArgbImage(const std::string& path, ArgbImage& out) {
+    int32_t width = 0, height = 0;
+    std::string why;
+    if (!CheckPictureFile(path, width, height, why)) return false;
     SDL_Surface* loaded = IMG_Load(path.c_str());
     if (!loaded) return false;
     SDL_Surface* argb = SDL_ConvertSurfaceFormat(loaded, SDL_PIXELFORMAT_ARGB8888, 0);

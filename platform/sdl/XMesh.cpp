@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/AssetLimits.h"
+
 namespace qb {
 
 namespace {
@@ -28,6 +30,8 @@ ColorValue Colour(const aiMaterial* m, const char* key, unsigned type, unsigned 
 
 bool LoadXMesh(const std::string& path, XMeshData& out) {
     out = XMeshData{};
+    std::string why;
+    if (!CheckModelFile(path, why)) return false;
     const unsigned flags =
         aiProcess_Triangulate | aiProcess_PreTransformVertices | aiProcess_ConvertToLeftHanded;
     const aiScene* scene = aiImportFile(path.c_str(), flags);

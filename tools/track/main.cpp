@@ -10,6 +10,7 @@
 #include "Lint.h"
 #include "level/LevelFileReader.h"
 #include "level/LevelFileWriter.h"
+#include "level/TrackLimits.h"
 #include "level/TrackSource.h"
 #include "persist/AtomicFile.h"
 
@@ -30,6 +31,10 @@ int usage(const std::string& message) {
 }
 
 bool readFile(const std::string& path, std::vector<unsigned char>& bytes) {
+    // A source far larger than any track file is not read at all.
+    std::error_code ec;
+    const uintmax_t size = fs::file_size(path, ec);
+    if (!ec && size > static_cast<uintmax_t>(limits::kTrackFileBytes)) return false;
     std::ifstream in(path, std::ios::binary);
     if (!in) return false;
     bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
@@ -61,13 +66,8 @@ bool parseSources(const std::vector<std::string>& files, std::vector<TrackSource
 }
 
 bool readDat(const std::string& path, LevelFile& file) {
-    std::vector<unsigned char> bytes;
-    if (!readFile(path, bytes)) {
-        std::cerr << path << ": cannot be read\n";
-        return false;
-    }
     LevelFileError e;
-    if (!ReadLevelFile(bytes.data(), bytes.size(), file, e)) {
+    if (!ReadLevelFileAt(path, file, e)) {
         std::cerr << path << ":" << e.Describe() << "\n";
         return false;
     }
