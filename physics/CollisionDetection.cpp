@@ -132,15 +132,21 @@ void CollisionDetection::CheckCollisions(frmGame& game) {
         const float den = c.plane.a * Dv.x + c.plane.b * Dv.y + c.plane.c * Dv.z;
         if (den == 0) continue;
         const float hit = -num / den;
-        if (!(hit > 0 && hit <= 1)) continue;
+        // A box that already touches the face, to within what rounding
+        // leaves, and moves into it meets it now (at a hit of zero or a hair
+        // before): otherwise a car resting exactly on a top, or set down
+        // exactly on a slope by the previous frame, would sink through.
+        const bool touching = den < 0 && num <= 0 && num >= -TouchTolerance;
+        if (!(hit > 0 && hit <= 1) && !touching) continue;
 
         const Vector3 H{C.x + hit * Dv.x, C.y + hit * Dv.y, C.z + hit * Dv.z};
         if (!FindContactPoints(H, c.normal, CollisionBoxAxes, ContactPoints)) {
             ThreeAxisContact(game);
             return;
         }
-        const bool eitherWinding = c.objectKind == KindRamp && c.faceNumber == 3 &&
-                                   t.ramps[static_cast<size_t>(c.objectIndex)]->rotateVal() == 1;
+        // Seen along the axis the inside test drops, a slope's corners can
+        // turn either way round (a steep rotation 1, a 45-degree rotation 2).
+        const bool eitherWinding = c.objectKind == KindRamp && c.faceNumber == 3;
         for (int k = 0; k < ContactPoints.count; ++k) {
             const Vector3 p = ContactPoints.p[k];
             if (!PointInFace(c.corners.p[0], c.corners.p[1], c.corners.p[2], c.corners.p[3], p,
