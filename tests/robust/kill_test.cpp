@@ -27,7 +27,9 @@ std::string RunName(int32_t run) {
     return n;
 }
 
-[[noreturn]] void SaveForever(const std::string& dir, int32_t firstRun) {
+// Loads the files, then saves until it is killed, writing a byte to `done`
+// once loaded and after every whole round of saves.
+[[noreturn]] void SaveForever(const std::string& dir, int32_t firstRun, int done) {
     LevelStructure levels(dir + "levels.dat");
     std::string error;
     if (!levels.LoadLevels(error)) _exit(3);
@@ -36,12 +38,14 @@ std::string RunName(int32_t run) {
     options.LoadOptions();
     Stats stats(dir + "stats.dat");
     stats.LoadStats(levels.LevelCount());
+    if (::write(done, "r", 1) != 1) _exit(4);
     for (int32_t run = firstRun;; ++run) {
         options.Options = {run, -run, 3 * run};
         options.SaveOptions();
         stats.JumpCount = 1;
         stats.FoldPlay(1, 10);
         levels.SaveFastestTime(RunName(run), Base - run, 0);
+        if (::write(done, "s", 1) != 1) _exit(4);
     }
 }
 
@@ -97,14 +101,26 @@ TEST(KilledWhileSaving, EveryFileStaysWholeAndHoldsOldOrNewContent) {
     int32_t nextRun = 1;
     int progressed = 0;
     for (int round = 0; round < 120; ++round) {
+        // The kill is timed from the saver's own progress (loaded, then none,
+        // one or two whole rounds done) plus a random delay, so a busy
+        // machine slow to load or to write does not decide where it lands.
+        int done[2];
+        ASSERT_EQ(::pipe(done), 0);
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
-        if (child == 0) SaveForever(dir, nextRun);
-        ::usleep(static_cast<useconds_t>(2000 + delayUs(rng)));
+        if (child == 0) SaveForever(dir, nextRun, done[1]);
+        ::close(done[1]);
+        const int waitFor = 1 + round % 3;
+        int seen = 0;
+        char byte = 0;
+        while (seen < waitFor && ::read(done[0], &byte, 1) == 1) ++seen;
+        const bool started = seen == waitFor;
+        ::usleep(static_cast<useconds_t>(delayUs(rng)));
         ::kill(child, SIGKILL);
         int status = 0;
         ::waitpid(child, &status, 0);
-        ASSERT_TRUE(WIFSIGNALED(status)) << "the saver stopped by itself, status " << status;
+        ::close(done[0]);
+        ASSERT_TRUE(started && WIFSIGNALED(status)) << "the saver stopped by itself, status " << status;
         const int32_t newest = CheckFiles(dir);
         if (HasFailure()) {
             ADD_FAILURE() << "after round " << round;
