@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "level/LevelRecords.h"
+#include "platform/WholeNumbers.h"
 #include "shell/frmGame.h"
 #include "world/AnimatedTextures.h"
 #include "world/clsBackground.h"
@@ -12,13 +13,6 @@ namespace qb {
 
 namespace {
 const char* const kFaces[4] = {"A", "B", "C", "D"};
-
-int32_t Whole(float v) {
-    return static_cast<int32_t>(std::nearbyint(v));
-}
-int16_t Whole16(float v) {
-    return static_cast<int16_t>(std::nearbyint(v));
-}
 
 // An upper index never reaches past the items the record really holds.
 template <typename T>
@@ -96,9 +90,9 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
             const RampRecord& r = record.Ramps[i];
             auto ramp = std::make_unique<clsRamp>(resources_);
             ramp->create(0, 0, 0);
-            ramp->Xpos(Whole(r.X));
-            ramp->Ypos(Whole(r.Y));
-            ramp->Zpos(Whole(r.Z));
+            ramp->Xpos(WholeCoordinate(r.X));
+            ramp->Ypos(WholeCoordinate(r.Y));
+            ramp->Zpos(WholeCoordinate(r.Z));
             for (int turn = 0; turn < r.Rotation; ++turn) ramp->rotate();
             ramp->scaleX(Whole16(r.scaleX));
             ramp->scaleY(Whole16(r.scaleY));
@@ -145,9 +139,9 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
             const StarRecord& s = record.Stars[i];
             auto star = std::make_unique<clsStar>(resources_);
             star->load(model);
-            star->Xpos(Whole(s.X));
-            star->Ypos(Whole(s.Y));
-            star->Zpos(Whole(s.Z));
+            star->Xpos(WholeCoordinate(s.X));
+            star->Ypos(WholeCoordinate(s.Y));
+            star->Zpos(WholeCoordinate(s.Z));
             list[i] = std::move(star);
         }
         stars = std::move(list);

@@ -19,11 +19,14 @@ int32_t addSaturating(int32_t a, int64_t b) {
     return static_cast<int32_t>(sum);
 }
 
+// Every value is a count or a time: a negative one can only come from a
+// damaged file, and counts as nothing.
 int32_t readAt(const uint8_t* data, size_t size, size_t offset) {
     uint8_t b[4] = {};
     for (size_t i = 0; i < 4; ++i)
         if (offset + i < size) b[i] = data[offset + i];
-    return static_cast<int32_t>(GetU32(b));
+    const auto v = static_cast<int32_t>(GetU32(b));
+    return v < 0 ? 0 : v;
 }
 
 void writeAt(std::vector<uint8_t>& bytes, size_t offset, int32_t v) {

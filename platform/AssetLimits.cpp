@@ -163,4 +163,30 @@ bool CheckModelFile(const std::string& path, std::string& why) {
     return true;
 }
 
+bool CheckWaveFile(const std::string& path, std::string& why) {
+    std::vector<uint8_t> b;
+    if (!readUpTo(path, kLargestPictureFile, b, why)) return false;
+    if (b.size() < 12 || std::memcmp(b.data(), "RIFF", 4) != 0 || std::memcmp(b.data() + 8, "WAVE", 4) != 0) {
+        why = "is not a WAVE file";
+        return false;
+    }
+    bool format = false, data = false;
+    size_t at = 12;
+    while (at + 8 <= b.size()) {
+        const uint64_t size = le32(&b[at + 4]);
+        if (size > b.size() - at - 8) {
+            why = "ends inside its \"" + std::string(reinterpret_cast<const char*>(&b[at]), 4) + "\" chunk";
+            return false;
+        }
+        if (std::memcmp(&b[at], "fmt ", 4) == 0) format = true;
+        if (std::memcmp(&b[at], "data", 4) == 0) data = true;
+        at += 8 + static_cast<size_t>(size) + (size & 1);
+    }
+    if (!format || !data) {
+        why = "has no sound format or no sound data";
+        return false;
+    }
+    return true;
+}
+
 }  // namespace qb

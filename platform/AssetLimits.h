@@ -24,4 +24,8 @@ bool CheckPictureFile(const std::string& path, int32_t& width, int32_t& height, 
 // models or a file over kLargestModelFile.
 bool CheckModelFile(const std::string& path, std::string& why);
 
+// A RIFF WAVE file whose chunks, its sound data among them, are all there:
+// a file cut short would otherwise play the part that survived.
+bool CheckWaveFile(const std::string& path, std::string& why);
+
 }  // namespace qb

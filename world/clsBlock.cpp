@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/WholeNumbers.h"
 #include "world/AnimatedTextures.h"
 #include "world/BoxShape.h"
 #include "world/WorldResources.h"
@@ -83,7 +84,7 @@ void clsBlock::Ypos(float value) {
 }
 
 int32_t clsBlock::Zpos() const {
-    return static_cast<int32_t>(std::nearbyint(z_));
+    return WholeCoordinate(z_);
 }
 
 void clsBlock::Zpos(int32_t value) {

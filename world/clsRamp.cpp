@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/WholeNumbers.h"
 #include "world/BoxShape.h"
 #include "world/WorldResources.h"
 
@@ -140,32 +141,32 @@ void clsRamp::Texture(const std::string& Name, const std::string& face, const st
 }
 
 int32_t clsRamp::Xpos() const {
-    return static_cast<int32_t>(std::nearbyint(x_));
+    return WholeCoordinate(x_);
 }
 void clsRamp::Xpos(int32_t value) {
     x_ = static_cast<float>(value);
 }
 int32_t clsRamp::Ypos() const {
-    return static_cast<int32_t>(std::nearbyint(y_));
+    return WholeCoordinate(y_);
 }
 void clsRamp::Ypos(int32_t value) {
     if (value > -1) y_ = static_cast<float>(value);
 }
 int32_t clsRamp::Zpos() const {
-    return static_cast<int32_t>(std::nearbyint(z_));
+    return WholeCoordinate(z_);
 }
 void clsRamp::Zpos(int32_t value) {
     if (value > -1) z_ = static_cast<float>(value);
 }
 
 int16_t clsRamp::scaleX() const {
-    return static_cast<int16_t>(std::nearbyint(sizeX_));
+    return Whole16(sizeX_);
 }
 int16_t clsRamp::scaleY() const {
-    return static_cast<int16_t>(std::nearbyint(sizeY_));
+    return Whole16(sizeY_);
 }
 int16_t clsRamp::scalez() const {
-    return static_cast<int16_t>(std::nearbyint(sizeZ_));
+    return Whole16(sizeZ_);
 }
 
 void clsRamp::scaleX(int16_t value) {

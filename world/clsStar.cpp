@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "platform/D3DMath.h"
+#include "platform/WholeNumbers.h"
 #include "world/WorldResources.h"
 
 namespace qb {
@@ -34,16 +35,16 @@ void clsStar::draw(const WorldFrame& frame) {
 }
 
 int32_t clsStar::Xpos() const {
-    return static_cast<int32_t>(std::nearbyint(x_));
+    return WholeCoordinate(x_);
 }
 int32_t clsStar::Ypos() const {
-    return static_cast<int32_t>(std::nearbyint(y_));
+    return WholeCoordinate(y_);
 }
 void clsStar::Ypos(int32_t value) {
     if (value > -1) y_ = static_cast<float>(value);
 }
 int32_t clsStar::Zpos() const {
-    return static_cast<int32_t>(std::nearbyint(z_));
+    return WholeCoordinate(z_);
 }
 void clsStar::Zpos(int32_t value) {
     if (value > -1) z_ = static_cast<float>(value);

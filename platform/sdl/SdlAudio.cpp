@@ -5,6 +5,8 @@
 
 #include <cmath>
 
+#include "platform/AssetLimits.h"
+
 namespace qb {
 
 namespace {
@@ -66,6 +68,8 @@ void SdlAudio::close() {
 
 bool SdlAudio::loadEffect(int slot, const std::string& path) {
     if (!open_ || slot <= 0 || slot >= kSlots) return false;
+    std::string why;
+    if (!CheckWaveFile(path, why)) return false;
     Mix_Chunk* chunk = Mix_LoadWAV(path.c_str());
     if (!chunk) return false;
     Mix_HaltChannel(slot);

@@ -11,6 +11,7 @@
 #include "platform/sdl/SdlGraphics.h"
 #include "platform/sdl/SdlKeyboard.h"
 #include "platform/sdl/SdlWindow.h"
+#include "platform/sdl/WindowMessage.h"
 
 namespace qb {
 
@@ -20,7 +21,11 @@ struct SdlPlatformImpl {
     SdlPlatformImpl(const std::string& gameDir, bool hidden)
         : window(keyboard, hidden, gameDir + "icons/quorbit.png"),
           graphics(window),
-          platform{graphics, keyboard, clock, window, audio, system, ResolveGamePaths(gameDir)} {}
+          platform{graphics, keyboard, clock, window, audio, system, ResolveGamePaths(gameDir)} {
+        window.inWindowMessage = [this](const std::string& text) {
+            return ShowWindowMessage(graphics, text);
+        };
+    }
     SdlKeyboard keyboard;
     SdlClock clock;
     SdlWindow window;

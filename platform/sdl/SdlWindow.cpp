@@ -229,11 +229,13 @@ void SdlWindow::messageBox(const std::string& text) {
         sigaction(SIGTERM, &plain, &oldTerm);
         sigaction(SIGINT, &plain, &oldInt);
         sigaction(SIGHUP, &plain, &oldHup);
-        SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "Quorbit", WrapForMessageBox(text).c_str(),
-                                 window_);
+        const int shown = systemBox ? systemBox(text)
+                                    : SDL_ShowSimpleMessageBox(SDL_MESSAGEBOX_INFORMATION, "Quorbit",
+                                                               WrapForMessageBox(text).c_str(), window_);
         sigaction(SIGTERM, &oldTerm, nullptr);
         sigaction(SIGINT, &oldInt, nullptr);
         sigaction(SIGHUP, &oldHup, nullptr);
+        if (shown != 0 && inWindowMessage) inWindowMessage(text);
         if (full) SDL_SetWindowFullscreen(window_, SDL_WINDOW_FULLSCREEN_DESKTOP);
     }
 }

@@ -6,6 +6,7 @@
 
 #include <SDL.h>
 
+#include <functional>
 #include <string>
 
 #include "platform/Window.h"
@@ -46,6 +47,12 @@ public:
     // Finds out whether swaps wait for the display; call with a current context.
     void measureVsync();
     void toggleFullscreen();
+
+    // Shows the desktop's message box; 0 when it was shown. Replaceable so
+    // a failing desktop can be tried.
+    std::function<int(const std::string&)> systemBox;
+    // Called with the text when the desktop's box could not be shown.
+    std::function<bool(const std::string&)> inWindowMessage;
 
 private:
     SdlKeyboard& keyboard_;

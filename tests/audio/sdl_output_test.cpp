@@ -9,6 +9,7 @@
 
 #include "audio/DXmusicSFX.h"
 #include "persist/optionsDat.h"
+#include "platform/AssetLimits.h"
 #include "platform/QuorbitDebug.h"
 #include "platform/sdl/SdlAudio.h"
 #include "tests/audio/AudioTestSupport.h"
@@ -183,6 +184,19 @@ TEST(SdlOutput, AMissingEffectMakesStartUpFailAndTheGameSilent) {
     r.sound.PlayMusic(MusicTrack);
     r.sound.ResumeMusic();
     EXPECT_EQ(test::PeakOf(r.after(m, 150)), 0.0f);
+}
+
+// A sound cut short (a copy that ran out of disk) is as broken as a missing
+// one, not a shorter sound.
+TEST(SdlOutput, ATruncatedEffectCountsAsBroken) {
+    DiskRig r("cuteffect");
+    const std::string fall = r.dir + "sfx/fall.wav";
+    std::string why;
+    ASSERT_TRUE(CheckWaveFile(fall, why)) << why;
+    std::filesystem::resize_file(fall, std::filesystem::file_size(fall) - 2);
+    EXPECT_FALSE(CheckWaveFile(fall, why));
+    EXPECT_NE(why.find("data"), std::string::npos) << why;
+    EXPECT_FALSE(r.start(100, 0));
 }
 
 TEST(SdlOutput, AMissingMusicFileSilencesOnlyThatPiece) {

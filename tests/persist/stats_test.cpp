@@ -65,7 +65,10 @@ TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
     std::ofstream(path, std::ios::binary).write(reinterpret_cast<const char*>(bytes.data()), 57);
     Stats s(path);
     s.LoadStats(2);
-    EXPECT_EQ(s.LevelStats[2].Jumps, static_cast<int32_t>(0xABABABAB));
+    // 0xABABABAB is negative: a damaged counter reads as nothing, never as
+    // "-1414812757 Times" on the track choice.
+    EXPECT_EQ(s.LevelStats[2].Jumps, 0);
+    EXPECT_EQ(s.TotalPlayTime, 0);
     s.LevelStats[1] = {1, 2, 3, 4};
     ASSERT_TRUE(s.SaveStats());
     const auto after = Read(path);
@@ -77,11 +80,12 @@ TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
     // A file cut inside a record: the bytes present count, the rest is 0.
     int32_t total;
     std::vector<LevelStat> levels;
-    const uint8_t partial[] = {1, 0, 0, 0, 7, 0};
+    const uint8_t partial[] = {1, 0, 0, 0, 7, 0, 0, 0, 0xF9, 0xFF, 0xFF, 0xFF, 0x7B};
     Stats::Decode(partial, sizeof partial, 3, total, levels);
     EXPECT_EQ(total, 1);
     EXPECT_EQ(levels[1].PlayTime, 7);
-    EXPECT_EQ(levels[1].BlownUp, 0);
+    EXPECT_EQ(levels[1].BlownUp, 0);  // -7 on disk
+    EXPECT_EQ(levels[1].FallenOff, 0x7B);
 }
 
 TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {

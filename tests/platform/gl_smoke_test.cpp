@@ -12,6 +12,8 @@
 #include "platform/sdl/SdlGraphics.h"
 #include "platform/sdl/SdlKeyboard.h"
 #include "platform/sdl/SdlWindow.h"
+#include "platform/sdl/WindowMessage.h"
+#include "world/clsBackground.h"
 
 namespace qb {
 namespace {
@@ -253,6 +255,32 @@ TEST_F(GlDevice, VideoModeChangeRemakesTheBackBufferAndKeepsTextures) {
     const uint32_t corner = picture.pixels[static_cast<size_t>(760) * 1024 + 1010];
     EXPECT_EQ(corner & 0xFFFFFFu, 0xFF0000u);
     EXPECT_EQ(picture.pixels[10] & 0xFFFFFFu, 0x000040u);
+}
+
+// A sky whose picture is missing is black, as an empty sky: drawn over the
+// backdrop it must not turn the screen white behind white menu text.
+TEST_F(GlDevice, AMissingSkyIsDrawnBlack) {
+    const float w = 800, h = 600;
+    clsBackground sky(device, w, h);
+    sky.create(::testing::TempDir() + "no-such-sky.jpg");
+    device.clear(Backdrop, 1.0f);
+    sky.draw();
+    shoot("qb_nosky.png");
+    expectColour(400, 300, 0, 0, 0);
+    expectColour(5, 5, 0, 0, 0);
+}
+
+// When the desktop cannot show a message box the game draws the message
+// itself: white lines on black, from the top left of the picture.
+TEST_F(GlDevice, AMessageDrawnInTheWindowIsReadable) {
+    ASSERT_TRUE(DrawWindowMessage(device, "The fastest time could not be saved: No space left on device"));
+    shoot("qb_message.png");
+    int lit = 0;
+    for (int y = 60; y < 90; ++y)
+        for (int x = 40; x < 400; ++x) lit += channel(at(x, y), 16) > 128 ? 1 : 0;
+    EXPECT_GT(lit, 200);
+    expectColour(790, 590, 0, 0, 0);
+    expectColour(400, 400, 0, 0, 0);
 }
 
 }  // namespace
