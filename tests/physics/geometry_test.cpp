@@ -1,10 +1,9 @@
-// The contact geometry on its own: inside-the-face tests, contact points,
-// the downward segment test and the box's reach along a normal.
+// The contact geometry on its own: inside-the-face tests, contact edges and
+// the downward segment test.
 #include <gtest/gtest.h>
 
 #include "physics/ContactGeometry.h"
 #include "physics/maths.h"
-#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -32,22 +31,6 @@ TEST(PointInFace, TrianglesAndReversedQuads) {
     EXPECT_TRUE(PointInFace(q1, q2, q3, q4, {1, 1, 2}, true));
 }
 
-TEST(ContactPoints, ASquareFaceMeetsAWholeBoxFace) {
-    ContactSet s;
-    ASSERT_TRUE(FindContactPoints({0, 1.4f, 0}, {0, 1, 0}, Axes, s));
-    ASSERT_EQ(s.count, 4);
-    // The underside of the box, corners in the fixed order.
-    const float expect[4][3] = {{0.4f, 1, 0.4f}, {-0.4f, 1, 0.4f}, {0.4f, 1, -0.4f}, {-0.4f, 1, -0.4f}};
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_FLOAT_EQ(s.p[i].x, expect[i][0]);
-        EXPECT_FLOAT_EQ(s.p[i].y, expect[i][1]);
-        EXPECT_FLOAT_EQ(s.p[i].z, expect[i][2]);
-    }
-    // A face towards -z: the box's front face.
-    ASSERT_TRUE(FindContactPoints({0, 0, 0}, {0, 0, -1}, Axes, s));
-    for (int i = 0; i < 4; ++i) EXPECT_FLOAT_EQ(s.p[i].z, 0.4f);
-}
-
 TEST(ContactPoints, ATiltedFaceMeetsABoxEdgeAndAThreeWayTiltIsRefused) {
     ContactSet s;
     ASSERT_TRUE(FindContactPoints({0, 0, 0}, {0, 0.8f, -0.6f}, Axes, s));
@@ -68,19 +51,6 @@ TEST(SegmentPlaneHit, EndsCountAndNearZeroSnaps) {
     EXPECT_TRUE(SegmentPlaneHit(top, {1, 1, 2}, {0, -5, 0}, hit)) << "start on the plane";
     EXPECT_FALSE(SegmentPlaneHit(top, {1, 3, 2}, {0, -1.5f, 0}, hit)) << "stops short";
     EXPECT_FALSE(SegmentPlaneHit(top, {1, 3, 2}, {1, 0, 0}, hit)) << "parallel";
-}
-
-TEST(EffectiveRadius, IsTheBoxReachAlongTheNormal) {
-    test::Drive d("radius", test::TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
-    EXPECT_FLOAT_EQ(d.car().CalculateEffectiveRadius({0, 1, 0}), 0.4f);
-    EXPECT_NEAR(d.car().CalculateEffectiveRadius({0.7071f, 0.7071f, 0}), 0.566f, 1e-3);
-    const Vector4 c = d.car().CalculateCollisionBoxCentre();
-    EXPECT_FLOAT_EQ(c.y, 3.4f);
-    EXPECT_FLOAT_EQ(c.z, 0.6f);
-    EXPECT_EQ(c.w, 1.0f);
-    const Vector4 p8 = d.car().GetCollisionPoint(8);
-    EXPECT_FLOAT_EQ(p8.x, 0.4f);
-    EXPECT_FLOAT_EQ(p8.z, 0.2f);
 }
 
 }  // namespace

@@ -95,48 +95,5 @@ TEST(MovingPlatform, StoppedPlatformStaysButStillReportsItsVelocity) {
     EXPECT_FALSE(p.isMoving());
 }
 
-TEST(MovingPlatform, PositionSettersMoveTheOrigin) {
-    WorldRig rig("platform-pos");
-    clsMovingPlatform p(rig.res);
-    p.create(0, 0, 0);
-    EXPECT_TRUE(p.isMoving());
-    EXPECT_FLOAT_EQ(p.scaleX(), 0.0f);  // no sizes until the setters run
-    p.Ypos(-1.0f);
-    p.Zpos(-3.0f);
-    p.Xpos(-5);
-    EXPECT_FLOAT_EQ(p.Ypos(), 0);
-    EXPECT_FLOAT_EQ(p.Zpos(), 0);
-    EXPECT_FLOAT_EQ(p.Xpos(), -5);
-    EXPECT_FLOAT_EQ(p.origin().x, -5);
-    // Planes only become valid at the first step.
-    p.scaleX(2);
-    p.scaleY(1);
-    p.scalez(1);
-    EXPECT_PLANE(p.GetCollisionPlane(2), 0, 0, 0, 0);  // from the zero sizes of create
-    p.move();
-    EXPECT_PLANE(p.GetCollisionPlane(2), 1, 0, 0, 3);
-    Vector3 g, s;
-    p.GetCollisionPlaneBounds(2, g, s);
-    EXPECT_FLOAT_EQ(s.x, static_cast<float>(-3.0 - 0.0001));
-}
-
-TEST(MovingPlatform, DrawsLikeABlockWithItsFourFaces) {
-    WorldRig rig("platform-draw");
-    clsMovingPlatform p(rig.res);
-    MakePlatform(p, 4, 5, 3, 2, true);
-    p.ScaleTextureSide(0);
-    p.ScaleTextureTop(0);
-    p.scaleX(2);
-    EXPECT_FLOAT_EQ(p.vertices()[19].u, 2);
-    p.SelectBlock();
-    p.Texture("road.bmp", "D", rig.res.TexturesPath);
-    EXPECT_FALSE(p.isSelected());
-    EXPECT_EQ(p.GetTextureD(), "road.bmp");
-    p.draw();
-    EXPECT_EQ(rig.device.drawCalls, 4);
-    EXPECT_EQ(rig.device.boundTexture, p.faceTexture(3));
-    EXPECT_FLOAT_EQ(rig.device.world.m[3][0], 4);
-}
-
 }  // namespace
 }  // namespace qb

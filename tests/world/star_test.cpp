@@ -1,4 +1,3 @@
-#include "platform/D3DMath.h"
 #include "tests/world/WorldTest.h"
 #include "world/clsStar.h"
 
@@ -36,25 +35,6 @@ TEST(Star, CollectedStarIsNeitherDrawnNorSpun) {
     s.draw(WorldFrame{true, 0});
     EXPECT_EQ(rig.device.drawCalls, calls);
     EXPECT_EQ(s.spinAngle(), 5);
-}
-
-TEST(Star, DrawnTurnedAboutYAtItsPositionWithoutTexture) {
-    WorldRig rig("star-draw");
-    test::Touch(rig.dir + "models/orb.x");
-    clsStar s(rig.res);
-    s.load(rig.dir + "models/orb.x");
-    s.Xpos(-1);
-    s.Ypos(-1);  // ignored
-    s.Ypos(3);
-    s.Zpos(12);
-    rig.device.boundTexture = 99;
-    for (int i = 0; i < 18; ++i) s.draw(WorldFrame{true, 0});  // 90 degrees
-    EXPECT_EQ(rig.device.boundTexture, 0u);                    // the material names no skin
-    const Vector3 p = TransformCoord(Vector3{1, 0, 0}, rig.device.world);
-    EXPECT_NEAR(p.x, -1, 1e-5);
-    EXPECT_NEAR(p.y, 3, 1e-5);
-    EXPECT_NEAR(p.z, 12 - 1, 1e-5);  // +x turned a quarter about y points to -z
-    EXPECT_EQ(s.Xpos(), -1);
 }
 
 TEST(Star, StarsShareOneModel) {

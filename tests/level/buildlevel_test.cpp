@@ -1,3 +1,5 @@
+// Building a track's objects from its record, and drawing and moving the
+// world around the car.
 #include <filesystem>
 
 #include "level/LevelRecords.h"
