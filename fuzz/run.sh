@@ -21,7 +21,8 @@ cmake --build "$build" --target fuzz
 # Seeds: the shipped track sources, and levels.dat built from them.
 seeds=$build/fuzz/seeds
 rm -rf "$seeds"
-mkdir -p "$seeds/levels_dat" "$seeds/track_source" "$seeds/options_dat" "$seeds/stats_dat" "$seeds/settings_cfg"
+mkdir -p "$seeds/levels_dat" "$seeds/track_source" "$seeds/options_dat" "$seeds/stats_dat" "$seeds/settings_cfg" \
+  "$seeds/replay"
 cp "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk "$seeds/track_source/"
 i=0
 for t in "$src"/content/tracks/*.trk "$src"/content/usertracks/*.trk; do
@@ -31,9 +32,10 @@ done
 printf '\062\000\000\000\030\374\377\377\001\000\000\000' > "$seeds/options_dat/seed"
 printf '# keys\nkeys.jump = 57\nrace.ghost = true\nname = Zo\303\253\n' > "$seeds/settings_cfg/seed"
 printf '\003\000\020\047\000\000\001\000\000\000\002\000\000\000' > "$seeds/stats_dat/seed"
+printf 'quorbit-replay 1\nfile levels.dat\ntrack 2\ntrack-hash 0123456789abcdef\nframes 9\ntime 0:36\nstars 1/3\ndriver ANNA\ndate 2026-11-23\nkeys\n3 Up\n2 Up+Space\n1 Left+Down\n4 -\n' > "$seeds/replay/seed"
 
 status=0
-for name in levels_dat options_dat settings_cfg stats_dat track_source; do
+for name in levels_dat options_dat settings_cfg stats_dat track_source replay; do
   corpus=$build/fuzz/corpus/$name
   mkdir -p "$corpus"
   echo "fuzz_$name: $seconds s"

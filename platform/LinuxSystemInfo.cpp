@@ -1,6 +1,7 @@
 #include <sys/utsname.h>
 
 #include <cmath>
+#include <ctime>
 #include <fstream>
 #include <string>
 
@@ -78,6 +79,14 @@ uint64_t LinuxSystemInfo::totalPhysicalMemory() {
         if (key == "MemTotal:") return kb * 1024;
     }
     return 0;
+}
+
+std::string LinuxSystemInfo::today() {
+    const std::time_t now = std::time(nullptr);
+    std::tm local{};
+    char buf[16] = "";
+    if (localtime_r(&now, &local) != nullptr) std::strftime(buf, sizeof buf, "%Y-%m-%d", &local);
+    return buf;
 }
 
 }  // namespace qb

@@ -13,6 +13,8 @@ public:
     virtual std::string processorName() = 0;        // "(unknown)" when unknown
     virtual int32_t processorSpeedMhz() = 0;        // 0 when unknown
     virtual uint64_t totalPhysicalMemory() = 0;     // bytes
+    // Today's local date as YYYY-MM-DD, for what the game dates (replays).
+    virtual std::string today() { return ""; }
 };
 
 // Reads /proc/cpuinfo, /proc/meminfo and /etc/os-release.
@@ -22,6 +24,7 @@ public:
     std::string processorName() override;
     int32_t processorSpeedMhz() override;
     uint64_t totalPhysicalMemory() override;
+    std::string today() override;
 };
 
 // Cuts a processor-name buffer at its first NUL; "(unknown)" when empty.

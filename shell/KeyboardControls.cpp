@@ -12,7 +12,9 @@
 #include "physics/clsPlayer.h"
 #include "platform/DirectInput.h"
 #include "platform/QuorbitDebug.h"
+#include "shell/DriveControls.h"
 #include "shell/GuiLink.h"
+#include "shell/ReplayStore.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -125,33 +127,26 @@ void KeyboardControls::GoTo(int16_t state, bool withSound) {
     game_.gui->SetupScreen(0);
 }
 
-void KeyboardControls::Jump() {
-    clsPlayer& pl = *game_.player;
-    if (!game_.OnGround || pl.getexplodeStatus()) return;
-    pl.verticalvelocity(JumpVelocity);
-    game_.sound->PlayEffect(SfxJump);
-    game_.stats->JumpCount += 1;
-    game_.collision->Events |= EventJump;
-}
-
 void KeyboardControls::Playing(const uint8_t* k) {
-    clsPlayer& pl = *game_.player;
     Release(k, DIK_RETURN, ReturnReleased);
-    if (k[DIK_UP] == Down) pl.accelerate();
-    if (k[DIK_DOWN] == Down) pl.deccelerate();
-    // Without a steering key the car stops moving sideways at once, except
-    // on ice, where it keeps sliding.
-    if (k[DIK_LEFT] == Up && k[DIK_RIGHT] == Up && !pl.ISPlayerOnAnIceBlock()) pl.HorizontalVelocity(0);
-    steerRight_ = k[DIK_RIGHT] == Down;
-    steerLeft_ = k[DIK_LEFT] == Down;
-    if (steerRight_) pl.MoveRight();
-    if (steerLeft_) pl.Moveleft();
+    uint8_t bits = 0;
+    if (k[DIK_UP] == Down) bits |= DriveAccelerate;
+    if (k[DIK_DOWN] == Down) bits |= DriveBrake;
+    if (k[DIK_LEFT] == Down) bits |= DriveLeft;
+    if (k[DIK_RIGHT] == Down) bits |= DriveRight;
+    int jumps = 0;
     if (k[DIK_RSHIFT] == Down || k[DIK_RCONTROL] == Down || k[DIK_SPACE] == Down || k[DIK_LCONTROL] == Down ||
         k[DIK_LSHIFT] == Down)
-        Jump();
+        ++jumps;
     // Return jumps too, and repeats while held; its flag only keeps the
     // press that started the track from jumping until it is let go.
-    if (k[DIK_RETURN] == Down && ReturnReleased) Jump();
+    if (k[DIK_RETURN] == Down && ReturnReleased) ++jumps;
+    if (jumps > 0) bits |= DriveJump;
+    game_.DriveBits = bits;
+    game_.DriveActed = true;
+    steerRight_ = (bits & DriveRight) != 0;
+    steerLeft_ = (bits & DriveLeft) != 0;
+    ApplyDrive(game_, bits, jumps);
     if (Pressed(k, DIK_ESCAPE, EscReleased)) {
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
@@ -308,6 +303,7 @@ void KeyboardControls::NameEntry(const uint8_t* k) {
         if (!game_.levels->SaveFastestTime(FieldText(game_, 1), game_.LastFinishSeconds,
                                            game_.LastFinishHundredths))
             game_.debug->WriteLine(game_.levels->WriteError());
+        game_.replays->NameDriver(Trim(FieldText(game_, 1)));
         game_.GameState = qb::TrackChoice;
         game_.gui->SetupScreen(0);
         ReturnReleased = false;

@@ -65,7 +65,6 @@ private:
     void MadeIt(const uint8_t* k);
     void Instructions(const uint8_t* k);
     void Act(const uint8_t* k);
-    void Jump();
     void MoveFocus(bool on);
     void GoTo(int16_t state, bool withSound);
     void HoldOver(const uint8_t* raw);

@@ -14,6 +14,8 @@
 #include "platform/QuorbitDebug.h"
 #include "shell/GuiLink.h"
 #include "shell/RaceTime.h"
+#include "shell/ReplayStore.h"
+#include "shell/RunRecorder.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -26,6 +28,7 @@ void frmGame::startPlaying() {
     particles->resetParticles();
     dx->ResetCamera();
     RunStartTicks = platform.clock.tickCount();
+    recorder->Begin();
 }
 
 void frmGame::resetgame(bool winLevel) {
@@ -33,6 +36,10 @@ void frmGame::resetgame(bool winLevel) {
     const uint32_t elapsed = now - RunStartTicks;
     RunStartTicks = now;
     player->resetPLayer();
+    // A restart starts like a start: standing on nothing, so a jump key
+    // held through an explosion cannot jump from the start point in the air.
+    OnGround = false;
+    recorder->Begin();
     sound->StopFallSound();
     StarsCollected = 0;
     particles->resetParticles();
@@ -44,6 +51,9 @@ void frmGame::resetgame(bool winLevel) {
 }
 
 void frmGame::Winlevel() {
+    const int32_t c = levels->CurrentLevel;
+    if (levels->HasLevel(c))
+        replays->SaveFinishedRun(RaceFrames, StarsCollected, levels->Level(c).StarUpper + 1);
     const RaceTime time = RaceTime::FromFrames(RaceFrames);
     RaceFrames = 0;
     if (!levels->TimeQualifies(time.Seconds, time.Hundredths)) {
@@ -57,7 +67,6 @@ void frmGame::Winlevel() {
         LastFinishSeconds = time.Seconds;
         LastFinishHundredths = time.Hundredths;
     }
-    const int32_t c = levels->CurrentLevel;
     if (levels->HasLevel(c) && StarsCollected == levels->Level(c).StarUpper + 1) {
         if (!levels->SaveAllStarsFlag()) debug->WriteLine(levels->WriteError());
     }

@@ -68,14 +68,18 @@ bool SimRun::GameRunning() const {
 }
 
 bool SimRun::Start(int32_t track, std::string& error) {
+    return Start(track, gameDir_ + "levels.dat", error);
+}
+
+bool SimRun::Start(int32_t track, const std::string& levels, std::string& error) {
     std::error_code ec;
     if (scratch_.empty()) {
         error = "cannot make a scratch folder in " + fs::temp_directory_path().string();
         return false;
     }
-    const std::string levels = gameDir_ + "levels.dat";
     if (!fs::is_regular_file(levels, ec)) {
-        error = "no levels.dat in " + gameDir_;
+        error =
+            "no " + fs::path(levels).filename().string() + " in " + fs::path(levels).parent_path().string();
         return false;
     }
     fs::copy_file(levels, scratch_ + "levels.dat", fs::copy_options::overwrite_existing, ec);
@@ -161,7 +165,9 @@ std::string SimRun::Result() const {
 }
 
 namespace {
-const char* const Usage = "usage: quorbit-sim --game-dir DIR --track N [--keys FILE] [--frames N]\n";
+const char* const Usage =
+    "usage: quorbit-sim --game-dir DIR --track N [--keys FILE] [--frames N]\n"
+    "       quorbit-sim --game-dir DIR --replay FILE\n";
 
 bool WholeNumber(const std::string& s, int64_t& v) {
     if (s.empty() || s.size() > 12) return false;
@@ -175,7 +181,7 @@ bool WholeNumber(const std::string& s, int64_t& v) {
 }  // namespace
 
 int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::string gameDir, keysFile;
+    std::string gameDir, keysFile, replayFile;
     int64_t track = -1, frames = -1;
     auto fail = [&](const std::string& message) {
         err << "quorbit-sim: " << message << "\n" << Usage;
@@ -187,7 +193,7 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
             out << Usage;
             return 0;
         }
-        if (a != "--game-dir" && a != "--track" && a != "--keys" && a != "--frames")
+        if (a != "--game-dir" && a != "--track" && a != "--keys" && a != "--frames" && a != "--replay")
             return fail("unknown argument \"" + a + "\"");
         if (i + 1 >= args.size()) return fail(a + " needs a value");
         const std::string& v = args[++i];
@@ -195,6 +201,8 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
             gameDir = v;
         } else if (a == "--keys") {
             keysFile = v;
+        } else if (a == "--replay") {
+            replayFile = v;
         } else if (a == "--track") {
             if (!WholeNumber(v, track) || track < 1 || track > 2147483647)
                 return fail("--track needs a track number from 1, not \"" + v + "\"");
@@ -203,6 +211,11 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
         }
     }
     if (gameDir.empty()) return fail("--game-dir is missing");
+    if (!replayFile.empty()) {
+        if (track >= 0 || !keysFile.empty() || frames >= 0)
+            return fail("--replay brings its own track and keys");
+        return RunReplayCheck(gameDir, replayFile, out, err);
+    }
     if (track < 0) return fail("--track is missing");
 
     KeyScript script;

@@ -44,12 +44,16 @@ public:
     // Starts the game and a run on track n. False with a message when the
     // game folder or the track is not usable.
     bool Start(int32_t track, std::string& error);
+    // The same on a track file other than the game folder's levels.dat.
+    bool Start(int32_t track, const std::string& trackFile, std::string& error);
     // One frame (a play frame, or a menu pass when a menu is up) with
     // exactly `keys` held.
     SimRow Step(const std::vector<uint8_t>& keys);
 
     bool Finished() const { return finished_; }
     bool Died() const { return died_; }
+    int32_t FinishFrames() const { return finishFrames_; }
+    int32_t FinishStars() const { return finishStars_; }
     bool GameRunning() const;
     // "result: finished S:HH stars N/M", "result: died" or "result: running".
     std::string Result() const;
@@ -68,7 +72,14 @@ private:
 };
 
 // The whole command line: quorbit-sim --game-dir DIR --track N [--keys FILE]
-// [--frames N]. Returns the exit code (2 for bad arguments or script).
+// [--frames N], or quorbit-sim --game-dir DIR --replay FILE. Returns the
+// exit code (2 for bad arguments or script).
 int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
+
+// quorbit-sim --replay: drives the run of a replay file on its track and
+// prints the result; 0 only when it finishes in the recorded time with the
+// recorded stars, 1 when it does not or the track has changed, 2 when the
+// file is not a usable replay.
+int RunReplayCheck(const std::string& gameDir, const std::string& file, std::ostream& out, std::ostream& err);
 
 }  // namespace qb

@@ -17,6 +17,8 @@
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
 #include "shell/KeyboardControls.h"
+#include "shell/ReplayStore.h"
+#include "shell/RunRecorder.h"
 #include "world/AnimatedTextures.h"
 #include "world/clsBackground.h"
 
@@ -41,6 +43,8 @@ frmGame::frmGame(Platform& p) : platform(p) {
     sound = std::make_unique<DXmusicSFX>(p.audio, *options, *debug, p.paths.gameDir);
     gui = std::make_unique<Gui>(*this);
     controls = std::make_unique<KeyboardControls>(*this);
+    recorder = std::make_unique<RunRecorder>();
+    replays = std::make_unique<ReplayStore>(*this);
 }
 
 frmGame::~frmGame() = default;
@@ -201,7 +205,15 @@ void frmGame::mainLoopPass() {
 void frmGame::playFrame() {
     FrameStartCount = platform.clock.performanceCounter();
     if (player->DeathStatus()) resetgame(false);
+    DriveActed = false;
+    const uint32_t runs = recorder->Runs();
     HandleKeyboard();
+    if (recorder->Runs() != runs)
+        recorder->Record(0);  // restarted by a key: the new run's first frame drove nothing
+    else if (DriveActed)
+        recorder->Record(DriveBits);
+    else
+        recorder->Spoil();
     collision->CheckCollisions(*this);
     MovePlatforms();
     RenderFrame();

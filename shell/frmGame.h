@@ -28,6 +28,8 @@ class CollisionDetection;
 class DXmusicSFX;
 class Gui;
 class KeyboardControls;
+class RunRecorder;
+class ReplayStore;
 
 class frmGame : public WindowEvents {
 public:
@@ -105,6 +107,9 @@ public:
     bool OnGround = false;
     int32_t LastFinishSeconds = 0;
     int32_t LastFinishHundredths = 0;
+    // The driving controls the keyboard acted on in this play frame.
+    uint8_t DriveBits = 0;
+    bool DriveActed = false;
 
     // --- subsystems -------------------------------------------------------------------
     std::unique_ptr<QuorbitDebug> debug;
@@ -124,6 +129,8 @@ public:
     std::unique_ptr<DXmusicSFX> sound;
     std::unique_ptr<Gui> gui;
     std::unique_ptr<KeyboardControls> controls;
+    std::unique_ptr<RunRecorder> recorder;
+    std::unique_ptr<ReplayStore> replays;
 };
 
 }  // namespace qb

@@ -177,6 +177,8 @@ public:
     std::string processorName() override { return cpu; }
     int32_t processorSpeedMhz() override { return mhz; }
     uint64_t totalPhysicalMemory() override { return memory; }
+    std::string date = "2026-01-02";
+    std::string today() override { return date; }
 };
 
 // All headless services in one place, owning what Platform refers to.
