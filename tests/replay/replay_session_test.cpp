@@ -12,8 +12,10 @@
 #include "platform/QuorbitDebug.h"
 #include "shell/DriveControls.h"
 #include "shell/ReplayStore.h"
+#include "shell/RunRecorder.h"
 #include "shell/SimDriver.h"
 #include "shell/frmGame.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
@@ -155,6 +157,18 @@ TEST(RecordedRuns, AKeptRunOfAChangedOrDamagedTrackIsRefusedAndReplaced) {
     g.levels->Level(1).Blocks.at(0).scaleX -= 1;
     EXPECT_EQ(store.Best(why), nullptr);
     EXPECT_NE(why.find("track-01-best.replay: line 2"), std::string::npos) << why;
+}
+
+TEST(RecordedRuns, ARestartAfterAnExplosionStandsOnNothingSoAHeldJumpWaits) {
+    // The car blows up standing on a deadly block with Space held; the
+    // restarted run must begin as a started one does, or its replay (which
+    // starts fresh) would not jump where the run did.
+    test::Drive d("restart", test::TrackHead() + " block -2 0 -5 4 1 10 tex road deadly\n");
+    bool died = false;
+    for (int i = 0; i < 200 && !died; ++i) died = d.frame({DIK_SPACE}).events & EventDeath;
+    ASSERT_TRUE(died);
+    EXPECT_FALSE(d.frame({DIK_SPACE}).events & EventJump);
+    EXPECT_EQ(d.game().recorder->Frames().size(), 1u);
 }
 
 }  // namespace
