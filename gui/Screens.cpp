@@ -28,6 +28,19 @@ std::string TrimName(const std::string& s) {
     return s.substr(b, e - b);
 }
 
+// Where the track's name stands on the track choices: under the preview,
+// above the track counter.
+constexpr int32_t NameTop = 505;
+
+// The track's name, which track sources keep in the record's settings text
+// (the game has no other use for it): printable, one line, not too long for
+// its place under the preview.
+std::string TrackName(const LevelRecord& r) {
+    std::string name;
+    for (char c : TrimName(r.Settings.SettingsText)) name += static_cast<unsigned char>(c) < 32 ? ' ' : c;
+    return name.size() > 40 ? name.substr(0, 40) : name;
+}
+
 std::string TimeText(int32_t seconds, int32_t hundredths) {
     return std::to_string(seconds) + ":" + (hundredths < 10 ? "0" : "") + std::to_string(hundredths);
 }
@@ -73,8 +86,16 @@ void Gui::SetupScreen(int Direction) {
             break;
         case MadeIt:
             Button(36).enabled(true);
-            NewFields(1);
+            NewFields(2);
             AddField(1, 340, 450, 140, 660, 30, 0, 0, 0, "Test Time");
+            {
+                // The stars this drive took, before the finish resets the count.
+                const LevelStructure& lv = *game_.levels;
+                const int32_t stars =
+                    lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
+                AddField(2, 390, 440, 140, 660, 18, 255, 255, 0,
+                         "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars));
+            }
             break;
         case Options:
             SetupOptions();
@@ -163,8 +184,10 @@ void Gui::SetupTrackChoice(int Direction) {
     if (lv.CurrentLevel > lv.ZoneLastLevel) lv.CurrentLevel = lv.ZoneFirstLevel;
     Button(lv.AllStars(lv.CurrentLevel) ? 42 : 43).enabled(true);
 
-    NewFields(11);
+    NewFields(12);
     FastestTimeFields();
+    AddField(12, NameTop, NameTop + 30, 200, 600, 18, 255, 255, 0,
+             lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
     AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255,
              255, 255,
@@ -233,7 +256,7 @@ void Gui::SetupUserTracks(int Direction) {
     } else if (Direction == 3) {
         Button(24).MouseOver(true);
     }
-    NewFields(7);
+    NewFields(8);
     const int32_t top7 = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f));
     if (userTracks.Count() == 0) {
         for (int32_t p = 0; p < 3; ++p) {
@@ -249,6 +272,8 @@ void Gui::SetupUserTracks(int Direction) {
     }
     userTracks.Activate(game_.levels, game_.stats);
     FastestTimeFields();
+    AddField(8, NameTop, NameTop + 30, 200, 600, 18, 255, 255, 0,
+             TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
     AddField(7, top7, 600, 300, 500, 13, 255, 255, 255,
              std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()));
     // The track's own sky when the game has it, else the first zone's.

@@ -59,9 +59,11 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     EXPECT_EQ(t.field(1), "Your NAME");
     EXPECT_EQ(t.field(2), "Your Time = ");
     EXPECT_EQ(t.gui().Field(1).Get_Fontsize(), 30);
+    t.game->StarsCollected = 2;  // what the drive took, shown beside the time
     t.show(MadeIt);
     EXPECT_EQ(t.enabled(), V{36});
     EXPECT_EQ(t.field(1), "Test Time");
+    EXPECT_EQ(t.field(2), "Stars 2 / of 3");
 
     const V pages[] = {{1, 2, 38, 40}, {1, 2, 3}, {1, 2, 39, 40, 41}};
     for (int p = 0; p < 3; ++p) {
@@ -195,12 +197,15 @@ TEST(TrackChoice, ArrowsWrapOverTheZoneAndTheTableShows) {
     GuiGame t("trackchoice", 12);
     ASSERT_TRUE(t.start());
     t.game->levels->Level(1).Times = test::Times(std::string("ANNA\0\0", 6) + " ", 5, 4);
+    // The name is the settings text, on one line.
+    t.game->levels->Level(1).Settings.SettingsText = " Mind\tthe Gaps\r\n";
     t.show(ZoneChoice);
     t.click(4);
     ASSERT_EQ(t.game->GameState, TrackChoice);
     EXPECT_EQ(t.game->levels->CurrentLevel, 1);
     EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29, 43, 51, 52}));
-    ASSERT_EQ(t.gui().FieldCount, 11);
+    ASSERT_EQ(t.gui().FieldCount, 12);
+    EXPECT_EQ(t.field(12), "Mind the Gaps");
     EXPECT_EQ(t.field(1), "ANNA");
     EXPECT_EQ(t.field(4), "5:04");
     EXPECT_EQ(t.field(2), "");

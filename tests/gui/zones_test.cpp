@@ -132,7 +132,8 @@ TEST(UserTracks, NoneFoundShowsTheEmptyTableAndPlaysNothing) {
     t.click(59);
     ASSERT_EQ(t.game->GameState, UserTrackChoice);
     EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29}));
-    ASSERT_EQ(t.gui().FieldCount, 7);
+    ASSERT_EQ(t.gui().FieldCount, 8);
+    EXPECT_EQ(t.field(8), "");  // no track, no name
     for (int i = 1; i <= 3; ++i) EXPECT_EQ(t.field(i), "No Name");
     for (int i = 4; i <= 6; ++i) EXPECT_EQ(t.field(i), "0:0");
     EXPECT_EQ(t.field(7), "0 / 0");

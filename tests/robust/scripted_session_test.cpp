@@ -76,14 +76,14 @@ TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
         Press(DIK_RETURN), HoldUntil({}, TrackChoice, 20),  // exit track (the focused item)
         // Track 3: weave, jump, pause, give up to the main menu.
         Press(DIK_RIGHT), Hold({}, 5), Press(DIK_RETURN), Hold({DIK_UP, DIK_RIGHT}, 80),
-        Hold({DIK_UP, DIK_LEFT}, 80), Hold({DIK_UP, DIK_LCONTROL}, 200), Hold({DIK_DOWN}, 40),
-        Hold({DIK_UP}, 400), Hold({DIK_ESCAPE}, 6),
+        Hold({DIK_UP, DIK_LEFT}, 80), Hold({DIK_UP, DIK_LCONTROL}, 60), Hold({DIK_DOWN}, 40),
+        Hold({DIK_UP}, 60), Hold({DIK_ESCAPE}, 6),
         HoldUntil({}, PauseMenu, 20),  // play frames come slower than passes
         Press(DIK_DOWN), Press(DIK_RETURN), HoldUntil({}, MainMenu, 20),  // quit game
         // The instruction pages, both ways round.
         Press(DIK_DOWN), Press(DIK_DOWN), Press(DIK_RETURN), HoldUntil({}, InstructionsPage1, 20),
         Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_RIGHT), Press(DIK_LEFT), Press(DIK_ESCAPE),
-        HoldUntil({}, MainMenu, 20), Hold({}, 1800),  // half a minute idle in the menu
+        HoldUntil({}, MainMenu, 20), Hold({}, 3000),  // most of a minute idle in the menu
         Click(430, 395), Hold({}, 5),                 // instructions, by the mouse
     };
 

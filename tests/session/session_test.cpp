@@ -60,6 +60,7 @@ TEST(Finish, EqualToThirdPlaceDoesNotQualify) {
     FinishAt(d, 252);
     EXPECT_EQ(d.game().GameState, MadeIt);
     EXPECT_EQ(FieldText(d.game(), 1), "Time = 10:08");
+    EXPECT_EQ(FieldText(d.game(), 2), "Stars 0 / of 0");
 }
 
 TEST(Finish, OneFrameFasterThanThirdPlaceQualifies) {

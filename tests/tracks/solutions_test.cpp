@@ -104,12 +104,12 @@ TEST(ShippedTracks, SixtyTracksInSixZonesEachWithItsSkyAndStars) {
     }
 }
 
-TEST(ShippedTracks, EverySolutionFinishesWithEveryStarInTwentyToNinetySeconds) {
+TEST(ShippedTracks, EverySolutionFinishesWithEveryStarInTenToNinetySeconds) {
     for (int n = 1; n <= 60; ++n) {
         const Replay r = Play(GameDir, n, Load(Solutions + Name(n) + ".keys"));
         EXPECT_TRUE(r.finished && !r.died && r.stars == r.starCount && r.starCount > 0)
             << "track " << n << ": " << r.result << (r.died ? " after a death" : "");
-        EXPECT_TRUE(!r.finished || (r.seconds >= 20 && r.seconds <= 90))
+        EXPECT_TRUE(!r.finished || (r.seconds >= 10 && r.seconds <= 90))
             << "track " << n << " takes " << r.seconds << " s";
     }
 }

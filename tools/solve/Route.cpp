@@ -1,5 +1,6 @@
 #include "Route.h"
 
+#include <algorithm>
 #include <cmath>
 #include <sstream>
 
@@ -118,6 +119,42 @@ bool Autopilot::PlatformWillCarry(frmGame& game, int index) const {
 }
 
 std::vector<uint8_t> Autopilot::Keys(frmGame& game) {
+    return LikeHands(Wanted(game));
+}
+
+std::vector<uint8_t> Autopilot::LikeHands(const std::vector<uint8_t>& wanted) {
+    auto want = [&](uint8_t k) { return std::find(wanted.begin(), wanted.end(), k) != wanted.end(); };
+    auto down = [&](uint8_t k) { return since_[k] > 0; };
+    std::vector<uint8_t> out;
+    for (uint8_t k : {KeyUp, KeyDown, KeyLeft, KeyRight, KeySpace}) {
+        bool press = want(k);
+        if (down(k) && since_[k] < MinHold) press = true;          // not yet held long enough
+        if (since_[k] < 0 && since_[k] > -MinHold) press = false;  // just let go
+        out.push_back(press ? k : 0);
+    }
+    // One steering key at a time: one still held for its minimum wins.
+    auto& left = out[2];
+    auto& right = out[3];
+    if (left && right) {
+        if (down(KeyLeft) && since_[KeyLeft] < MinHold)
+            right = 0;
+        else
+            left = 0;
+    }
+    std::vector<uint8_t> keys;
+    for (uint8_t k : {KeyUp, KeyDown, KeyLeft, KeyRight, KeySpace}) {
+        const bool pressed = std::find(out.begin(), out.end(), k) != out.end();
+        if (pressed) {
+            since_[k] = since_[k] > 0 ? since_[k] + 1 : 1;
+            keys.push_back(k);
+        } else {
+            since_[k] = since_[k] < 0 ? since_[k] - 1 : -1;
+        }
+    }
+    return keys;
+}
+
+std::vector<uint8_t> Autopilot::Wanted(frmGame& game) {
     const clsPlayer& pl = *game.player;
     const Vector3 pos = pl.GetPosition();
     const Vector4 vel = pl.GetVelocity();
@@ -157,7 +194,10 @@ std::vector<uint8_t> Autopilot::Keys(frmGame& game) {
     std::vector<uint8_t> keys;
     bool braking = false;
     if (boarding_ >= 0) {
-        if (vel.z > 0) {
+        // Stand still for a moment before setting off: Down let go a little
+        // early must not leave the car creeping.
+        stoppedFor_ = vel.z > 0 ? 0 : stoppedFor_ + 1;
+        if (vel.z > 0 || stoppedFor_ < 5) {
             braking = true;
         } else if (PlatformWillCarry(game, boarding_)) {
             boarding_ = -1;
@@ -165,20 +205,23 @@ std::vector<uint8_t> Autopilot::Keys(frmGame& game) {
             braking = true;
         }
     }
-    if (braking) {
+    // At full speed Up stays held: letting it go a frame early would leave
+    // the car slower for the rest of the track.
+    if (braking || vel.z > speed_ + 0.03) {
         keys.push_back(KeyDown);
-    } else if (vel.z < speed_ - 1e-4) {
+    } else if (vel.z < speed_ - 1e-4 || speed_ >= 0.6 - 1e-6) {
         keys.push_back(KeyUp);
-    } else if (vel.z > speed_ + 0.03) {
-        keys.push_back(KeyDown);
     }
     if (riding_ >= 0 && riding_ <= game.track->PlatformUpper) {
         const clsMovingPlatform& p = *game.track->platforms[static_cast<size_t>(riding_)];
         laneX_ = p.Xpos() + p.scaleX() / 2;
     }
-    if (steer_) {
+    // No steering in the air: a car over a kerb's height would sail across it.
+    if (steer_ && game.OnGround) {
         const double dx = laneX_ - pos.x;
-        const double deadZone = pl.ISPlayerOnAnIceBlock() ? 0.0 : 0.061;
+        // Hands do not correct a quarter of a unit: three frames of steering
+        // move the car further than that.
+        const double deadZone = pl.ISPlayerOnAnIceBlock() ? 0.0 : 0.25;
         if (dx > deadZone) keys.push_back(KeyRight);
         if (dx < -deadZone) keys.push_back(KeyLeft);
     }

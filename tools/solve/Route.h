@@ -29,12 +29,17 @@ class Autopilot {
 public:
     explicit Autopilot(std::vector<RouteCommand> route) : route_(std::move(route)) {}
     // The keys to hold this frame, from the game as the last frame left it.
+    // They are held as hands hold them: a key once pressed stays down for
+    // at least MinHold frames and, once let go, stays up as long.
     std::vector<uint8_t> Keys(frmGame& game);
+    static constexpr int MinHold = 3;
     // Index of the last command that took effect (-1 before the first).
     int LastFired() const { return static_cast<int>(next_) - 1; }
 
 private:
     bool PlatformWillCarry(frmGame& game, int index) const;
+    std::vector<uint8_t> Wanted(frmGame& game);
+    std::vector<uint8_t> LikeHands(const std::vector<uint8_t>& wanted);
 
     std::vector<RouteCommand> route_;
     size_t next_ = 0;
@@ -43,7 +48,10 @@ private:
     double speed_ = 0.6;
     bool jumpPending_ = false, holdJump_ = false;
     int boarding_ = -1;
+    int stoppedFor_ = 0;
     int riding_ = -1;
+    // Frames since each key went down (positive) or up (negative).
+    int since_[256] = {};
 };
 
 }  // namespace qb

@@ -2,14 +2,29 @@
 platforms and stars as `.trk` lines and, beside them, the route a driver
 takes (the plan read by quorbit-solve).
 
-Conventions: the road is a run of blocks whose top is at height `h`, centred
-on `cx`, `w` wide; `z` is where the next piece starts. The car drives at
-0.6 a frame (15 units a second), jumps 16 units on the flat and gets 21 out
-of a bounce pad; turbo gives 1.0 a frame and 27 units of jump.
+How the pieces are made to be fair to hands on keys:
+
+* The road runs between kerbs, one unit high. A driver lines up by holding a
+  steering key until the car rubs the kerb, so every sideways move ends in
+  the same place however long the key was held. Road edges sit 0.4 off a
+  whole number, so the car's middle is then on a whole number, where the
+  stars are.
+* The camera follows the car only along z, from a fixed height: roads stay
+  within x -8..8 and below y 8, where the car and what lies ahead are in the
+  picture.
+* Up is held from the start, so the car runs at 0.6 a frame (15 units a
+  second) and jumps 16.8 units on the flat; gaps and steps leave a take-off
+  stretch several units long.
+* Moving platforms lie a step below the road: the car drops onto them; they
+  are never a face at road level.
+
+The road is `2a + 0.8` wide centred on `cx`, its top at `h`; `z` is where
+the next piece starts; `side` is the kerb the route holds to (-1 left,
++1 right, 0 none).
 """
 
 ZONE_LOOK = {
-    # zone: (road top, road sides, accent, platform)
+    # zone: (road top, kerb and wall faces, accent, platform)
     1: ("road.bmp", "wall.bmp", "edge.bmp", "platform.bmp"),
     2: ("road_alt.bmp", "edge.bmp", "wall.bmp", "platform.bmp"),
     3: ("road_alt.bmp", "wall.bmp", "edge.bmp", "platform.bmp"),
@@ -21,6 +36,9 @@ ZONE_LOOK = {
 KIND_TEX = {"finish": "flag", "bounce": "pad", "ice": "icy", "falling": "drop",
             "turbo": "boost", "deadly": "danger"}
 
+JUMP = 16.8       # units a jump carries the car on the flat at 0.6
+FAR = 6           # a lane target this far past a kerb means "hold against it"
+
 
 def fmt(v):
     v = round(float(v), 3)
@@ -28,24 +46,35 @@ def fmt(v):
 
 
 class Track:
-    def __init__(self, number, name, gravity=10):
+    # The height the first road starts at; make_tracks.py lowers or raises a
+    # whole track with it so that its lowest road is at 1.
+    start = 1
+    # Straight road laid between the pieces of a recipe (see zones.py).
+    spacing = 0
+
+    def __init__(self, number, name, idea=""):
         self.number = number
-        self.zone = (number - 1) // 10 + 1
+        self.zone = (number - 1) // 10 + 1 if number <= 60 else 1
         self.name = name
-        self.gravity = gravity
+        self.idea = idea
         self.lines = []
         self.plan = []
         self.kinds = set()
+        self.pieces = set()
         self.stars = 0
         self.platforms = 0
         self.z = -5.0
-        self.h = 1
+        self.h = Track.start
+        self.low, self.high = 1e9, -1e9
         self.cx = 0
-        self.w = 4
+        self.a = 2
+        self.side = 0
 
     # --- raw objects -------------------------------------------------------
     def block(self, x0, x1, z0, z1, top, kind="plain", thick=1, top_tex="road", side="side"):
-        assert top - thick >= 0, "track %d: a block below 0 at z %s" % (self.number, z0)
+        assert x1 > x0 and z1 > z0, "track %d: an empty block at z %s" % (self.number, z0)
+        if top_tex != "accent":
+            self.low, self.high = min(self.low, top), max(self.high, top)
         tex = KIND_TEX.get(kind, top_tex)
         line = "  block %s %s %s  %s %s %s  tex %s %s %s %s" % (
             fmt(x0), fmt(top - thick), fmt(z0), fmt(x1 - x0), fmt(thick), fmt(z1 - z0), side, side, side, tex)
@@ -54,10 +83,10 @@ class Track:
             self.kinds.add(kind)
         self.lines.append(line)
 
-    def platform(self, x0, width, z0, length, top, direction, speed, dist, loop=True):
-        self.lines.append("  platform %s %s %s  %s 1 %s  tex side side side plat  dir %s speed %d dist %d%s" % (
-            fmt(x0), fmt(top - 1), fmt(z0), fmt(width), fmt(length), direction, speed, dist,
-            "  loop" if loop else ""))
+    def platform(self, x0, width, z0, length, top, direction, speed, dist):
+        self.low, self.high = min(self.low, top), max(self.high, top)
+        self.lines.append("  platform %s %s %s  %s 1 %s  tex side side side plat  dir %s speed %d dist %d  loop" % (
+            fmt(x0), fmt(top - 1), fmt(z0), fmt(width), fmt(length), direction, speed, dist))
         self.kinds.add("platform")
         index = self.platforms
         self.platforms += 1
@@ -68,197 +97,354 @@ class Track:
         self.kinds.add("ramp")
 
     def star(self, x, y, z):
-        assert y >= 0, "track %d: a star below 0 at z %s" % (self.number, z)
+        assert abs(x - round(x)) < 1e-6, "track %d: a star off the whole numbers at z %s" % (self.number, z)
         self.lines.append("  star %d %d %d" % (round(x), round(y), round(z)))
         self.stars += 1
-
-    def comment(self, text):
-        self.lines.append("  # " + text)
 
     def act(self, z, *words):
         self.plan.append((float(z), " ".join(fmt(w) if isinstance(w, (int, float)) else w for w in words)))
 
-    # --- road pieces -------------------------------------------------------
-    def road(self, length, w=None, cx=None, kind="plain", top_tex="road"):
-        if w is not None:
-            self.w = w
-        if cx is not None and cx != self.cx:
-            self.cx = cx
-        self.block(self.cx - self.w / 2, self.cx + self.w / 2, self.z, self.z + length, self.h, kind, top_tex=top_tex)
-        self.z += length
+    # --- where the car is ----------------------------------------------------
+    def x0(self):
+        return self.cx - self.a - 0.4
 
-    def steer(self, x, at=None):
-        self.act(self.z if at is None else at, "x", x)
+    def x1(self):
+        return self.cx + self.a + 0.4
 
-    def speed(self, s, at=None):
-        self.act(self.z if at is None else at, "speed", s)
+    def lane_x(self, side=None):
+        side = self.side if side is None else side
+        return self.cx + side * self.a
 
-    def finish(self):
-        self.road(4, kind="finish")
+    def hug(self, side, at=None):
+        """From z on, hold the steering key towards that kerb."""
+        self.side = side
+        self.act(self.z + 0.5 if at is None else at, "x", self.cx + side * (self.a + FAR))
 
-    def star_on_road(self, dz, dx=0):
-        self.star(self.cx + dx, self.h, self.z + dz)
+    def let_go(self, at):
+        """Stop steering where the car is (it rubs the kerb, so that is its lane)."""
+        self.act(at, "x", self.lane_x())
 
-    def jump_star(self, dz):
-        """A star two units over the road: jump eight units before it."""
-        zs = round(self.z + dz)
-        self.star(self.cx, self.h + 2, zs)
-        self.act(zs - 8.5, "jump")
+    # --- road ----------------------------------------------------------------
+    def road(self, length, kerbs=True, kind="plain", top_tex="road"):
+        if length <= 0:
+            return
+        z0, z1 = self.z, self.z + length
+        self.block(self.x0(), self.x1(), z0, z1, self.h, kind, top_tex=top_tex)
+        if kerbs:
+            self.kerbs(z0, z1)
+        self.z = z1
+
+    def kerbs(self, z0, z1, left=True, right=True, x0=None, x1=None):
+        x0 = self.x0() if x0 is None else x0
+        x1 = self.x1() if x1 is None else x1
+        if left:
+            self.block(x0 - 1, x0, z0, z1, self.h + 1, thick=2, top_tex="accent", side="side")
+        if right:
+            self.block(x1, x1 + 1, z0, z1, self.h + 1, thick=2, top_tex="accent", side="side")
+
+    def star_here(self, dz, side=None, up=0):
+        self.star(self.lane_x(side), self.h + up, self.z + dz)
+
+    def finish(self, run=12):
+        self.road(run)
+        self.block(self.x0(), self.x1(), self.z, self.z + 4, self.h, "finish")
+        self.kerbs(self.z, self.z + 4)
+        self.z += 4
 
     # --- features ----------------------------------------------------------
-    def gap(self, g, dh=0, land=20, fast=False, air_star=True):
+    def weave_stars(self, length, sides, up=0):
+        """Kerb to kerb along a straight: a star on each side in turn."""
+        span = 5 * (2 * self.a) + 6  # units to cross the road, and a little
+        self.pieces.add("weave")
+        for s in sides:
+            if s != self.side:
+                self.hug(s)
+            self.road(span)
+            self.star_here(-3, up=up)
+        self.road(max(0, length - span * len(sides)))
+
+    def gap(self, g, land=24, dh=0, star=True):
+        """A jump over g units of nothing, landing dh higher (or lower)."""
         edge = self.z
-        lead = 3.0 if fast else 2.0
-        self.act(edge - lead, "jump")
-        if air_star:
-            self.star(self.cx, self.h + 2, edge - lead + (11 if fast else 8))
+        self.let_go(edge - 8)
+        # The middle of the take-off stretch: late enough to reach the far
+        # side, early enough to leave before the edge.
+        takeoff = edge + (g + 0.8 - JUMP + (3 if dh > 0 else 0)) / 2.0
+        takeoff = min(takeoff, edge - 1.5)
+        self.act(takeoff, "jump")
+        if star:
+            self.star(self.lane_x(), self.h + 2, round(takeoff + 8.5))
         self.z = edge + g
         self.h += dh
+        side = self.side
         self.road(land)
+        if side:
+            # Steering only once the car is down again: in the air it would
+            # carry the car over the kerb.
+            self.hug(side, at=max(edge + g + 3, takeoff + JUMP + 3))
+        self.pieces.add("gap")
 
-    def ramp_up(self, dh=2, length=6, land=20):
-        self.ramp(self.cx - self.w // 2, self.h, self.z, self.w, dh, length, 0)
+    def step_up(self, dh=1, tread=22, star=False, rehug=True):
+        """A wall a jump high: jump before its face."""
+        face = self.z
+        if self.side:
+            self.let_go(face - 12)
+        self.act(face - 8.4, "jump")
+        if star:
+            self.star(self.lane_x(), self.h + 2, face - 4)
+        self.h += dh
+        side = self.side
+        self.block(self.x0(), self.x1(), face, face + tread, self.h, thick=dh + 1, side="side")
+        self.kerbs(face, face + tread)
+        self.z = face + tread
+        if side and rehug:
+            self.hug(side, at=face + 10)
+        self.side = side
+        self.pieces.add("step up")
+
+    def drop(self, dh=1, land=20):
+        """Down a step: just drive off the edge, not steering (the kerbs of
+        the lower road are no higher than the road above)."""
+        side, edge = self.side, self.z
+        if side:
+            self.let_go(edge - 6)
+        self.h -= dh
+        self.road(land)
+        if side:
+            self.hug(side, at=edge + 8)
+        self.pieces.add("drop")
+
+    def ramp_up(self, dh=2, length=8, land=20):
+        # Ramps sit on whole units: they reach under the kerbs on either
+        # side so that the car's lane along a kerb runs onto them.
+        side = self.side
+        self.let_go(self.z - 6)
+        self.ramp(self.cx - self.a - 1, self.h, self.z, 2 * self.a + 2, dh, length, 0)
         self.z += length
         self.h += dh
-        self.block(self.cx - self.w / 2, self.cx + self.w / 2, self.z, self.z + land, self.h, thick=dh + 1)
+        self.block(self.x0(), self.x1(), self.z, self.z + land, self.h, thick=dh + 1)
+        self.kerbs(self.z, self.z + land)
         self.z += land
+        if side:
+            self.hug(side, at=self.z - land + 3)
+        self.pieces.add("ramp up")
 
-    def ramp_down(self, dh=2, length=6, land=16):
-        self.ramp(self.cx - self.w // 2, self.h - dh, self.z, self.w, dh, length, 2)
+    def ramp_down(self, dh=2, length=8, land=20):
+        side = self.side
+        self.let_go(self.z - 6)
+        self.ramp(self.cx - self.a - 1, self.h - dh, self.z, 2 * self.a + 2, dh, length, 2)
+        self.h -= dh
         self.z += length
-        self.h -= dh
         self.road(land)
+        if side:
+            self.hug(side, at=self.z - land + 3)
+        self.pieces.add("ramp down")
 
-    def drop(self, dh=2, land=16):
-        self.h -= dh
-        self.road(land)
-
-    def bounce(self, rise=2, gap=8, land=30, star=True, fast=False):
-        self.road(2, kind="bounce")
+    def shift(self, dx, length=20, star=True):
+        """The road moves sideways: a wide junction, then the new lane. The
+        route holds to the kerb on the side it moves to."""
+        s = 1 if dx > 0 else -1
+        old0, old1 = self.x0(), self.x1()
+        new_cx = self.cx + dx
+        lo, hi = min(old0, old0 + dx), max(old1, old1 + dx)
+        # From the far kerb of the old lane to the near one of the new.
+        cross = abs(dx) + 2 * self.a
+        plaza = round(5 * cross + 8)
+        self.block(lo, hi, self.z, self.z + plaza, self.h)
+        self.kerbs(self.z, self.z + plaza, x0=lo, x1=hi)
+        self.cx = new_cx
+        self.hug(s)
+        self.z += plaza
+        self.road(length)
         if star:
-            self.star(self.cx, self.h + 4, self.z + (16 if fast else 10))
-        self.z += gap
+            self.star_here(-length / 2)
+        self.pieces.add("side shift")
+
+    def split(self, length=40, hole=2, stars_side=1, danger=True):
+        """The road parts round a hole and meets again: one way holds the
+        stars, the other a deadly tile."""
+        assert self.a >= 2
+        z0 = self.z
+        mid0, mid1 = self.cx - hole / 2.0, self.cx + hole / 2.0
+        self.kerbs(z0, z0 + length)
+        if self.side != stars_side:
+            self.hug(stars_side, at=z0 - 5 * (2 * self.a) - 6)
+        for k in range(2):
+            self.star(self.lane_x(stars_side), self.h, z0 + length * (k + 1) / 3.0)
+        lanes = [(self.x0(), mid0), (mid1, self.x1())]
+        for k, (l0, l1) in enumerate(lanes):
+            tile = danger and (k == 0) == (stars_side > 0)
+            if not tile:
+                self.block(l0, l1, z0, z0 + length, self.h)
+                continue
+            t0, t1 = z0 + length / 2 - 2, z0 + length / 2 + 2
+            self.block(l0, l1, z0, t0, self.h)
+            self.block(l0, l1, t0, t1, self.h, "deadly", side="accent")
+            self.block(l0, l1, t1, z0 + length, self.h)
+        self.z = z0 + length
+        self.pieces.add("split")
+
+    def bounce(self, rise=2, gap=8, land=26, star=True):
+        """A pad that throws the car over a gap onto higher road."""
+        side = self.side
+        self.let_go(self.z - 6)
+        self.block(self.x0(), self.x1(), self.z, self.z + 2, self.h, "bounce")
+        self.kerbs(self.z, self.z + 2)
+        launch = self.z
+        if star:
+            # Where the car is 15 frames after the pad threw it up at 0.45.
+            self.star(self.lane_x(), self.h + round(0.45 * 15 - 0.0125 * 15 * 15), launch + 9)
+        self.z += 2 + gap
         self.h += rise
         self.road(land)
+        if side:
+            self.hug(side, at=launch + 2 + gap + 14)
+        self.pieces.add("bounce")
 
-    def turbo(self, cruise_until=None):
-        self.road(2, kind="turbo")
-        self.speed(1, at=self.z - 2)
-
-    def brake(self):
-        self.speed(0.6)
-
-    def ice(self, length, side=1, width=6, star=True):
+    def ice(self, length, sides=(), star=True):
+        """Ice between kerbs: the car slides on when the key is let go, so it
+        ends against a kerb either way. Each crossing gets the road it needs."""
         z0 = self.z
-        half = width / 2
-        self.block(self.cx - half, self.cx + half, z0, z0 + length, self.h, "ice")
-        for sgn in (-1, 1):
-            x = self.cx + sgn * (half + 0.5)
-            self.block(x - 0.5, x + 0.5, z0, z0 + length, self.h + 1, side="accent", top_tex="accent")
-        self.act(z0 + 1, "x", self.cx + side * (half - 1))
+        step = 5 * (2 * self.a) + 12
+        length = max(length, step * len(sides) + 8)
+        self.block(self.x0(), self.x1(), z0, z0 + length, self.h, "ice")
+        self.kerbs(z0, z0 + length)
+        for k, s in enumerate(sides):
+            self.hug(s, at=z0 + step * k + 1)
+            if star:
+                self.star(self.lane_x(s), self.h, z0 + step * (k + 1) - 3)
+        self.z = z0 + length
+        self.pieces.add("ice")
+
+    def wall_stop(self, run=24):
+        """Brake, roll up to a low wall and hop it from rest: however the
+        driving before went, the car sets off from the wall."""
+        wall = self.z + run
+        self.act(wall - run + 4, "speed", 0.2)
+        self.road(run)
+        self.act(wall - 0.05, "jump")
+        self.act(wall - 0.05, "speed", 0.6)
+        self.h += 1
+        self.pieces.add("wall stop")
+
+    def turbo_jump(self, g=12, star=True):
+        """From a standing start at a wall: a turbo pad and a long flight over
+        a gap at full speed; then brake and stop at the next wall."""
+        side = self.side
+        self.let_go(self.z - 6)
+        self.wall_stop(14)
+        self.road(8)
+        self.block(self.x0(), self.x1(), self.z, self.z + 2, self.h, "turbo")
+        self.kerbs(self.z, self.z + 2)
+        self.act(self.z - 2, "speed", 1)
+        self.z += 2
+        self.road(14)
+        edge = self.z
+        takeoff = min(edge + (g + 0.8 - 28) / 2.0, edge - 2)
+        self.act(takeoff, "jump")
         if star:
-            self.star(self.cx + side * (half - 1), self.h, z0 + length * 0.6)
-        self.z += length
-        self.w = width + 2
-        self.road(10)
-        self.act(self.z - 10, "x", self.cx)
+            self.star(self.lane_x(), self.h + 2, round(takeoff + 14))
+        self.z = edge + g
+        self.road(takeoff + 31 - self.z)
+        self.wall_stop(24)
+        self.road(24)
+        if side:
+            self.hug(side, at=self.z - 14)
+        self.side = side
+        self.pieces.add("turbo jump")
 
     def falling_run(self, count, step=1, length=3):
+        """Blocks that drop away under the car, each a step lower."""
+        side = self.side
+        self.let_go(self.z - 6)
         for i in range(count):
             self.h -= step if i else 0
-            self.block(self.cx - self.w / 2, self.cx + self.w / 2, self.z, self.z + length, self.h, "falling")
+            self.block(self.x0(), self.x1(), self.z, self.z + length, self.h, "falling")
             self.z += length
         self.h -= step
-        self.road(16)
+        self.road(20)
+        if side:
+            self.hug(side, at=self.z - 16)
+        self.pieces.add("falling")
 
-    def falling_hops(self, count, spacing=16.5, length=4):
-        """Falling pads a jump apart: jump held, the car bounces from one to the next."""
-        edge = self.z
-        self.act(edge - 2, "hold")
-        first = edge - 2 + 16.2 - 1.5
-        for i in range(count):
-            z0 = first + i * spacing
-            self.block(self.cx - self.w / 2, self.cx + self.w / 2, z0, z0 + length, self.h, "falling")
-        self.z = first + count * spacing
-        self.road(24)
-        self.act(self.z - 24 + 6, "release")
-
-    def widen_for_stars(self, length, width, xs):
-        """A plaza wider than the road with stars out at the sides; the car
-        needs five units of road for every unit it moves sideways."""
-        old_w = self.w
-        z0 = self.z
-        cursor, prev = z0 + 1, 0
-        for x in xs:
-            zs = round(cursor + 5 * abs(x - prev) + 4)
-            self.act(cursor, "x", self.cx + x)
-            self.star(self.cx + x, self.h, zs)
-            cursor, prev = zs + 1, x
-        self.act(cursor, "x", self.cx)
-        length = max(length, cursor + 5 * abs(prev) + 6 - z0)
-        self.road(length, w=width)
-        self.w = old_w
-
-    def jog(self, dx, length=24, width=None):
-        """The road moves sideways: a wide junction, then the new lane."""
-        new_cx = self.cx + dx
-        lo = min(self.cx, new_cx) - self.w / 2
-        hi = max(self.cx, new_cx) + self.w / 2
-        self.block(lo, hi, self.z, self.z + 16, self.h)
-        self.act(self.z, "x", new_cx)
-        self.z += 16
-        self.cx = new_cx
-        self.road(length, w=width)
-
-    def deadly_rows(self, lanes, row=6, between=12, width=6, speed=None):
-        """Three lanes; each row leaves one lane (0, 1, 2 from the left) free.
-        Between rows the car needs road to change lanes at its speed."""
-        lane_w = width / 3
-        s = speed or 0.6
-        if speed:
-            self.speed(speed)
-        x = self.cx
-        for free in lanes:
-            x_free = self.cx - width / 2 + lane_w * (free + 0.5)
-            run = max(between, round(abs(x_free - x) / 0.12 * s + 4))
-            self.road(run, w=width)
-            self.act(self.z - run, "x", x_free)
-            for lane in range(3):
-                x0 = self.cx - width / 2 + lane_w * lane
-                kind = "plain" if lane == free else "deadly"
-                self.block(x0, x0 + lane_w, self.z, self.z + row, self.h, kind,
-                           side="accent" if kind == "deadly" else "side")
-            if free != 1:
-                self.star(x_free, self.h, self.z + row / 2)
+    def deadly_zigzag(self, sides, row=6, star=True):
+        """Deadly tiles across the road but for the lane along one kerb; the
+        free lane changes side from row to row."""
+        cross = 5 * (2 * self.a) + 8
+        for s in sides:
+            if s != self.side:
+                self.hug(s)
+            self.road(cross)
+            free = self.lane_x(s)
+            # The tile leaves the kerb lane free: 1.6 units beside the kerb.
+            if s > 0:
+                tx0, tx1 = self.x0(), self.x1() - 1.6
+            else:
+                tx0, tx1 = self.x0() + 1.6, self.x1()
+            self.block(tx0, tx1, self.z, self.z + row, self.h, "deadly", side="accent")
+            rest = (self.x0(), tx0) if s < 0 else (tx1, self.x1())
+            self.block(rest[0], rest[1], self.z, self.z + row, self.h)
+            self.kerbs(self.z, self.z + row)
+            if star:
+                self.star(free, self.h, self.z + row / 2)
             self.z += row
-            x = x_free
-        run = max(between, round(abs(x - self.cx) / 0.12 * s + 4))
-        self.road(run, w=width)
-        self.act(self.z - run, "x", self.cx)
-        if speed:
-            self.speed(0.6, at=self.z - run)
+        self.pieces.add("deadly rows")
 
-    def platform_bridge(self, length=10, width=3, dist=3, speed=3, direction="right", land=20):
-        """A gap bridged by a shuttle: stop at the edge, board it when it is under the car."""
+    def deadly_island(self, length=8):
+        """A deadly tile in the middle of the road: keep to either kerb."""
+        self.block(self.x0(), self.cx - 0.8, self.z, self.z + length, self.h)
+        self.block(self.cx + 0.8, self.x1(), self.z, self.z + length, self.h)
+        self.block(self.cx - 0.8, self.cx + 0.8, self.z, self.z + length, self.h, "deadly", side="accent")
+        self.kerbs(self.z, self.z + length)
+        self.z += length
+        self.pieces.add("deadly island")
+
+    def platform_cross(self, length=10, dist=3, speed=3, direction="right", drop=1, star=True):
+        """A gap crossed on a shuttle a step below the road: stop at the edge,
+        drive off onto it when it is under the car, and off it onto road
+        another step down."""
         edge = self.z
-        x0 = self.cx - width / 2 - (dist / 2 if direction == "right" else -dist / 2)
-        index = self.platform(x0, width, edge, length, self.h, direction, speed, dist)
-        self.act(edge - 6, "board", index)
-        self.act(edge + 1, "ride", index)
-        lo = min(x0, x0 + (dist if direction == "right" else -dist))
-        hi = max(x0, x0 + (dist if direction == "right" else -dist)) + width
+        self.let_go(edge - 10)
+        width = 2 * self.a + 0.8
+        # The shuttle swings to either side of the car's lane by half its
+        # travel, so it is under the car whenever the car drives off.
+        mid = self.lane_x(self.side) - width / 2.0
+        x0 = mid - (dist / 2.0 if direction == "right" else -dist / 2.0)
+        index = self.platform(x0, width, edge, length, self.h - drop, direction, speed, dist)
+        self.act(edge - 8, "board", index)
+        if star:
+            # Where the car comes down on the shuttle, before it has been carried.
+            self.star(self.lane_x(), self.h - drop, edge + 2)
         self.z = edge + length
-        self.block(lo - 0.5, hi + 0.5, self.z, self.z + land, self.h)
+        self.h -= 2 * drop
+        # A landing wider than the lane by what the shuttle may have carried
+        # the car; the route steers back into the lane before its kerbs.
+        d = dist / 2.0 + 1.6
+        side = self.side or 1
+        self.block(self.x0() - d, self.x1() + d, self.z, self.z + 14, self.h)
+        self.kerbs(self.z, self.z + 14, x0=self.x0() - d, x1=self.x1() + d)
+        # Aim for the middle of the lane, which leaves two units either way;
+        # the kerb is sought once the car is between the lane's kerbs.
         self.act(self.z + 1, "x", self.cx)
-        self.z += land
-        self.w = max(self.w, 4)
+        self.z += 14
+        self.road(16)
+        self.hug(side, at=self.z - 14)
+        self.pieces.add("platform crossing")
+
+    def stepping_stones(self, count, g=5, star=True):
+        """Islands a jump apart, each long enough to land, roll and jump again."""
+        for i in range(count):
+            self.gap(g, land=16 + g if i < count - 1 else 24, star=star and i % 2 == 0)
+        self.pieces.add("stepping stones")
 
     # --- output ------------------------------------------------------------
     def source(self):
         road, side, accent, plat = ZONE_LOOK[self.zone]
         head = ["track %d  %s" % (self.number, self.name),
-                "  gravity %s" % fmt(self.gravity),
+                "  # %s" % self.idea if self.idea else None,
+                "  gravity 10",
                 '  background "bk00%d.jpg"' % self.zone,
+                '  settings "%s" 0 0 0 0' % self.name,
                 '  texture road "%s"' % road,
                 '  texture side "%s"' % side,
                 '  texture accent "%s"' % accent,
@@ -270,7 +456,7 @@ class Track:
                 '  texture drop "falling.bmp"',
                 '  texture boost "turbo.bmp"',
                 '  texture danger "deadly.bmp"']
-        return "\n".join(head + self.lines) + "\n"
+        return "\n".join([h for h in head if h is not None] + self.lines) + "\n"
 
     def plan_text(self):
         out = ["# Route of track %d (%s) for quorbit-solve: Z COMMAND, from z = Z on." % (self.number, self.name)]

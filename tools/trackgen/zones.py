@@ -1,353 +1,427 @@
-"""The recipes of the sixty tracks, ten a zone, and of the example user tracks."""
-import random
+"""The sixty tracks, ten a zone, and the example user tracks: each written out
+piece by piece around one idea that its name tells. Zone 1 teaches one thing
+a track; later zones combine what it taught, harder towards the end of each
+zone and from zone to zone."""
 
 from trackkit import Track
 
 
-# --- zone 1: one idea a track -------------------------------------------------
+# --- zone 1: Training Ground, one idea a track --------------------------------
 
 def t01():
-    t = Track(1, "First Drive")
-    t.road(340)
-    for z in (40, 110, 180, 250, 320):
-        t.star(0, 1, z)
-    t.finish()
+    t = Track(1, "First Drive", "steer from kerb to kerb for the stars; Up alone still reaches the flag")
+    t.road(30)
+    t.weave_stars(200, [1, -1, 1, -1, 1])
+    t.finish(20)
     return t
 
 
 def t02():
-    t = Track(2, "Mind the Gaps")
-    t.road(75)
-    t.star_on_road(-15)
-    t.gap(5, land=40)
-    t.gap(7, land=40)
-    t.gap(6, dh=1, land=40)
-    t.gap(8, dh=-1, land=40)
-    t.gap(9, land=50)
-    t.star_on_road(-20)
+    t = Track(2, "Mind the Gaps", "jump the gaps, each a little wider")
+    t.road(40)
+    t.hug(1, at=20)
+    t.star_here(-6)
+    for g in (4, 5, 6, 7):
+        t.gap(g, land=30)
     t.finish()
     return t
 
 
 def t03():
-    t = Track(3, "Up and Over")
+    t = Track(3, "Up and Over", "ramps up, drops down; stars high and low")
     t.road(50)
-    t.star_on_road(-20)
-    t.ramp_up(2, land=40)
-    t.star_on_road(-20)
-    t.ramp_up(2, land=40)
-    t.jump_star(-15)
-    t.ramp_down(2, land=40)
-    t.drop(2, land=40)
-    t.star_on_road(-15)
-    t.ramp_up(1, length=4, land=40)
+    t.hug(-1, at=8)
+    t.star_here(-10)
+    t.ramp_up(2, land=30)
+    t.star_here(-8)
     t.drop(1, land=30)
+    t.ramp_up(2, land=34)
+    t.star_here(-6)
+    t.drop(2, land=30)
     t.finish()
     return t
 
 
 def t04():
-    t = Track(4, "Off the Line")
-    t.road(40)
-    t.widen_for_stars(40, 10, [-4])
-    t.road(30, w=4)
-    t.jump_star(-12)
-    t.jog(4, length=40)
-    t.widen_for_stars(50, 12, [5, -5])
-    t.road(30, w=4)
-    t.jog(-4, length=40)
-    t.jump_star(-20)
-    t.road(20)
+    t = Track(4, "Side Streets", "the road steps sideways; hold to the kerb it moves to")
+    t.road(30)
+    t.shift(6)
+    t.shift(-6)
+    t.shift(-6)
+    t.shift(6)
     t.finish()
     return t
 
 
 def t05():
-    t = Track(5, "Springs")
-    t.road(90)
-    t.bounce(0, gap=8, land=40)
-    t.bounce(2, gap=8, land=40)
-    t.bounce(3, gap=6, land=40)
-    t.road(20)
-    t.drop(4, land=40)
-    t.star_on_road(-10)
+    t = Track(5, "Springs", "bounce pads throw the car up onto higher road")
+    t.road(40)
+    t.hug(1, at=8)
+    t.star_here(-4)
+    t.bounce(1, gap=6)
+    t.bounce(2, gap=8)
+    t.drop(2, land=24)
+    t.bounce(2, gap=8)
     t.finish()
     return t
 
 
 def t06():
-    t = Track(6, "Thin Ice")
-    t.road(40)
-    t.ice(40, side=1)
-    t.road(30, w=4)
-    t.ice(50, side=-1)
-    t.road(30, w=4)
-    t.ice(40, side=1)
-    t.road(40, w=4)
-    t.star_on_road(-10)
+    t = Track(6, "Thin Ice", "on ice the car slides on: let the kerb catch it")
+    t.road(30)
+    t.ice(60, sides=[1, -1])
+    t.road(20)
+    t.ice(80, sides=[1, -1, 1])
+    t.road(20)
     t.finish()
     return t
 
 
 def t07():
-    t = Track(7, "Turbo")
-    t.road(80)
-    t.star_on_road(-10)
-    t.turbo()
+    t = Track(7, "Turbo", "turbo pads: a long jump only at full speed, then stop")
     t.road(40)
-    t.gap(15, land=50, fast=True)
+    t.hug(-1, at=8)
+    t.star_here(-4)
+    t.turbo_jump(10)
     t.road(20)
-    t.brake()
-    t.road(40)
-    t.turbo()
+    t.hug(1)
     t.road(30)
-    t.gap(12, dh=1, land=50, fast=True)
-    t.brake()
-    t.road(50)
+    t.star_here(-6)
+    t.turbo_jump(12)
     t.finish()
     return t
 
 
 def t08():
-    t = Track(8, "Crumble")
-    t.road(70)
-    t.ramp_up(3, land=20)
-    t.ramp_up(3, land=30)
-    t.star_on_road(-10)
-    t.falling_run(3)
-    t.road(30)
-    t.star_on_road(-10)
-    t.ramp_up(2, land=20)
-    t.ramp_up(3, land=30)
-    t.falling_run(4)
+    t = Track(8, "Crumble", "blocks that fall away: keep going")
     t.road(40)
+    t.hug(1, at=8)
+    t.star_here(-4)
+    t.ramp_up(3, land=24)
+    t.falling_run(3)
+    t.road(10)
+    t.star_here(-6)
+    t.ramp_up(3, land=20)
+    t.falling_run(3)
     t.finish()
     return t
 
 
 def t09():
-    t = Track(9, "Handle with Care")
-    t.road(40)
-    t.deadly_rows([0, 2])
-    t.road(30, w=4)
-    t.deadly_rows([2, 1, 0])
-    t.star_on_road(-8)
-    t.road(30, w=4)
-    t.deadly_rows([1, 0, 2], speed=0.45)
-    t.road(30, w=4)
+    t = Track(9, "Handle with Care", "deadly tiles: keep to the free lane")
+    t.road(30)
+    t.deadly_zigzag([1, -1, 1])
+    t.road(20)
+    t.deadly_island()
+    t.road(20)
     t.finish()
     return t
 
 
 def t10():
-    t = Track(10, "Shuttle Service")
+    t = Track(10, "Shuttle Service", "wait for the shuttle, drop onto it, ride it over")
     t.road(40)
-    t.star_on_road(-10)
-    t.platform_bridge(length=10, dist=3, speed=3, direction="right")
-    t.star_on_road(-10)
-    t.road(20, w=4)
-    t.platform_bridge(length=12, dist=4, speed=3, direction="left")
-    t.road(20, w=4)
-    t.platform_bridge(length=8, dist=2, speed=2, direction="right")
-    t.road(30, w=4)
-    t.star_on_road(-10)
+    t.hug(1, at=8)
+    t.star_here(-4)
+    t.ramp_up(3, land=24)
+    t.platform_cross(10, dist=3, speed=3)
+    t.road(30)
+    t.platform_cross(12, dist=4, speed=3, direction="left", drop=0.5)
     t.finish()
     return t
+
+
+# --- zone 2: Sky Bridges, gaps, stones, shuttles and parting ways ------------
+
+def z2(n, name, idea, parts, h=3):
+    t = Track(n, name, idea)
+    t.road(30)
+    t.hug(1, at=12)
+    t.ramp_up(h, land=20)
+    for p in parts:
+        p(t)
+        t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def stones(k, g=5):
+    return lambda t: (t.stepping_stones(k, g), t.road(10))
+
+
+def shuttle(length=10, dist=3, speed=3, direction="right", drop=0.5):
+    return lambda t: (t.platform_cross(length, dist, speed, direction, drop), t.road(10))
+
+
+def parting(side=1, length=40):
+    def f(t):
+        t.road(34)
+        t.split(length, stars_side=side)
+        t.road(16)
+    return f
+
+
+def jog(dx):
+    return lambda t: t.shift(dx)
+
+
+def leap(g, dh=0):
+    return lambda t: t.gap(g, land=26, dh=dh)
+
+
+def zone2():
+    return [
+        z2(11, "Stepping Stones", "islands a jump apart", [stones(3), stones(3, 6)]),
+        z2(12, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)]),
+        z2(13, "Cloud Hopper", "stones, some a step higher", [stones(2), leap(5, 1), stones(2, 6), leap(6, -1)]),
+        z2(14, "The Ferry", "two shuttles, one each way", [shuttle(), jog(4), shuttle(12, 4, 3, "left")], h=4),
+        z2(15, "Lanes in the Sky", "the road parts round holes; the stars take one side",
+           [parting(1), parting(-1), leap(6)]),
+        z2(16, "Crossings", "a shuttle, then parting ways", [shuttle(10, 3, 2), parting(-1), leap(6)], h=4),
+        z2(17, "Drift Wood", "a weave of bridges with gaps", [jog(5), leap(6), jog(-6), leap(7), jog(5)]),
+        z2(18, "High Wire", "stones and parting ways high up",
+           [stones(3, 6), parting(1), stones(2, 7)], h=4),
+        z2(19, "Long Way Round", "out to the side and back, over gaps", [jog(6), leap(7), parting(-1), jog(-6), leap(7)]),
+        z2(20, "Bridge of Sighs", "everything the sky bridges have",
+           [stones(2, 6), shuttle(12, 4, 3, "left"), parting(1), jog(-5), leap(8)], h=4),
+    ]
+
+
+# --- zone 3: Frost Run, ice and turbo -----------------------------------------
+
+def icefield(length, sides):
+    return lambda t: (t.ice(length, sides=sides), t.road(16))
+
+
+def boost(g):
+    return lambda t: (t.turbo_jump(g), t.road(10))
+
+
+def z3(n, name, idea, parts):
+    t = Track(n, name, idea)
+    t.a = 3
+    t.road(30)
+    t.hug(-1, at=10)
+    for p in parts:
+        p(t)
+        t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def zone3():
+    return [
+        z3(21, "Black Ice", "a long sheet of ice, kerb to kerb", [icefield(120, [1, -1, 1, -1])]),
+        z3(22, "Afterburner", "turbo jumps over widening gaps", [boost(10), boost(12), boost(13)]),
+        z3(23, "Glacier Mouth", "ice, then a jump off its end", [icefield(60, [1, -1]), leap(5), icefield(60, [1, -1])]),
+        z3(24, "Slide Rule", "ice with a shift at each end", [jog(4), icefield(70, [-1, 1]), jog(-4), icefield(60, [1, -1])]),
+        z3(25, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
+        z3(26, "Frozen Lake", "a wide frozen lake of sliding lanes", [icefield(160, [1, -1, 1, -1, 1])]),
+        z3(27, "Cold Start", "stop, slide, jump", [icefield(60, [1, -1]), boost(12), leap(6), icefield(60, [1, -1])]),
+        z3(28, "Skid Row", "ice between deadly rows",
+           [icefield(50, [1, -1]), lambda t: t.deadly_zigzag([1, -1]), icefield(50, [1, -1]), boost(12)]),
+        z3(29, "Ice Cannon", "turbo after turbo", [boost(12), boost(13), icefield(60, [1, -1]), boost(14)]),
+        z3(30, "Whiteout", "the whole frost run",
+           [icefield(60, [1, -1]), boost(13), jog(-4), icefield(60, [1, -1, 1]), leap(7), boost(14)]),
+    ]
+
+
+# --- zone 4: Crumbling Heights, stairs, ramps and falling blocks -------------
+
+def stairs(k, dh=1):
+    return lambda t: [t.step_up(dh, rehug=i == k - 1) for i in range(k)]
+
+
+def crumble(k, step=1):
+    return lambda t: (t.falling_run(k, step), t.road(10))
+
+
+def rampup(dh):
+    return lambda t: t.ramp_up(dh, land=24)
+
+
+def rampdown(dh):
+    return lambda t: t.ramp_down(dh, land=24)
+
+
+def down(dh):
+    return lambda t: t.drop(dh, land=24)
+
+
+def z4(n, name, idea, parts):
+    t = Track(n, name, idea)
+    t.road(40)
+    t.hug(1, at=8)
+    t.star_here(-4)
+    t.ramp_up(3, land=20)
+    for p in parts:
+        p(t)
+        t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def zone4():
+    return [
+        z4(31, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)]),
+        z4(32, "Going Down", "steps down, falling blocks between", [stairs(3), crumble(2), down(1), crumble(2)]),
+        z4(33, "Stair Master", "a staircase of walls to jump", [stairs(4), down(2), stairs(2), down(2)]),
+        z4(34, "Rock Fall", "ramps and crumbling slopes", [rampup(3), crumble(3), rampup(3), crumble(4)]),
+        z4(35, "Cave In", "steps up to a crumbling bridge", [stairs(3), crumble(3), jog(-5), stairs(2), down(2)]),
+        z4(36, "Landslide", "down a ramp onto crumbling ground", [rampup(4), rampdown(2), crumble(2), stairs(2), down(1)]),
+        z4(37, "Tumbledown", "up the stairs, down the crumble, twice",
+           [stairs(3), crumble(3), stairs(3), crumble(3)]),
+        z4(38, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)]),
+        z4(39, "Avalanche", "stairs, shifts and crumble",
+           [stairs(2), jog(5), crumble(2), stairs(3), jog(-5), crumble(3), down(1)]),
+        z4(40, "Collapse", "everything in the heights gives way",
+           [rampup(3), crumble(3), stairs(3), jog(-5), crumble(3), stairs(2), rampdown(2)]),
+    ]
+
+
+# --- zone 5: Deadly Garden, deadly tiles ----------------------------------------
+
+def rows(sides):
+    return lambda t: (t.deadly_zigzag(sides), t.road(10))
+
+
+def island():
+    return lambda t: (t.deadly_island(), t.road(16))
+
+
+def z5(n, name, idea, parts):
+    t = Track(n, name, idea)
+    t.a = 3
+    t.road(30)
+    for p in parts:
+        p(t)
+        t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def zone5():
+    return [
+        z5(41, "Thorn Hedge", "rows of thorns with a gap by one kerb", [rows([1, -1, 1, -1])]),
+        z5(42, "Narrow Escape", "thorns, then a split", [rows([-1, 1]), parting(-1), rows([1, -1])]),
+        z5(43, "Minefield", "islands of danger and rows", [rows([1]), island(), rows([-1, 1]), island()]),
+        z5(44, "Poison Path", "the path moves sideways through the thorns",
+           [rows([1, -1]), jog(4), rows([1, -1]), jog(-4)]),
+        z5(45, "The Labyrinth", "a maze of parting ways and side steps",
+           [parting(1), jog(-4), parting(-1), jog(4), parting(1)]),
+        z5(46, "Nightshade", "thorns over gaps", [rows([1, -1]), leap(6), rows([-1, 1]), leap(6)]),
+        z5(47, "Sting", "long rows, quick changes", [rows([1, -1, 1, -1, 1, -1])]),
+        z5(48, "Deadly Nightshade", "thorns up a staircase", [rows([1, -1]), stairs(2), rows([1, -1]), stairs(1)]),
+        z5(49, "Last Breath", "thorns on ice", [rows([-1, 1]), icefield(50, [1, -1]), rows([1, -1, 1])]),
+        z5(50, "Garden of Doom", "the whole garden",
+           [rows([1, -1]), parting(1), jog(-4), rows([-1, 1]), leap(6), island(), rows([1, -1])]),
+    ]
+
+
+# --- zone 6: Springboard, bounce pads and everything ------------------------
+
+def pad(rise, gap=8):
+    return lambda t: (t.bounce(rise, gap=gap), t.road(6))
+
+
+def z6(n, name, idea, parts):
+    t = Track(n, name, idea)
+    t.road(40)
+    t.hug(-1, at=8)
+    t.star_here(-4)
+    for p in parts:
+        p(t)
+        t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def zone6():
+    return [
+        z6(51, "Trampoline", "pad after pad", [pad(1), pad(2), down(2), pad(2), down(2)]),
+        z6(52, "Pogo", "pads and gaps", [pad(2), leap(6), down(1), pad(1), leap(7)]),
+        z6(53, "Sky High", "pads up, steps down", [pad(2), pad(2), down(2), down(1), stairs(1), pad(1), down(2)]),
+        z6(54, "Spring Fever", "pads onto ice", [pad(2), icefield(50, [1, -1]), down(2), pad(2), icefield(40, [1, -1])]),
+        z6(55, "Moon Shot", "pads and turbo", [pad(2), down(2), boost(12), pad(2), down(2)]),
+        z6(56, "Rebound", "pads, crumble and thorns", [pad(3), crumble(3), rows([1, -1]), pad(2), down(2)]),
+        z6(57, "Grand Tour", "a tour of every zone",
+           [pad(2), down(2), shuttle(10, 3, 3), parting(1), icefield(40, [1, -1]), boost(12), stairs(1)]),
+        z6(58, "Ricochet", "pads, walls and side steps",
+           [pad(2), jog(5), stairs(2), down(2), pad(1), jog(-5), leap(7), down(1)]),
+        z6(59, "Everything Goes", "every piece there is",
+           [rampup(2), crumble(2), pad(2), down(2), rows([1, -1]), icefield(40, [1, -1]), boost(12),
+            stairs(1), down(1)]),
+        z6(60, "Finale", "the hardest of everything",
+           [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), parting(-1), rows([1, -1, 1]), boost(13),
+            stairs(2), down(2), leap(8)]),
+    ]
 
 
 def zone1():
     return [t01(), t02(), t03(), t04(), t05(), t06(), t07(), t08(), t09(), t10()]
 
 
-# --- zones 2 to 6: pieces drawn from the zone's own set ----------------------
-
-def safe_drop(t, rng):
-    if t.h >= 3:
-        t.drop(rng.choice([1, 2]), land=rng.randint(16, 24))
-    else:
-        t.ramp_up(2, land=rng.randint(18, 26))
-
-
-def climb_for(t, need):
-    while t.h < need:
-        t.ramp_up(min(3, need - t.h + 1), land=20)
-
-
-def stars_between(t, rng):
-    pick = rng.random()
-    if pick < 0.35:
-        t.road(26)
-        t.jump_star(-10)
-    elif pick < 0.7:
-        t.widen_for_stars(30, 10, [rng.choice([-4, 4])])
-    else:
-        t.road(20)
-        t.star_on_road(-8)
-
-
-def z2_piece(t, rng, d):
-    k = rng.random()
-    if k < 0.4:
-        t.platform_bridge(length=rng.randint(8, 12), width=rng.choice([3, 4]), dist=rng.randint(2, 3 + d // 3),
-                          speed=rng.randint(2, 3), direction=rng.choice(["left", "right"]), land=20)
-        t.road(10, w=4)
-    elif k < 0.7:
-        t.gap(rng.randint(5, 8 + d // 3), dh=rng.choice([-1, 0, 1]) if t.h > 1 else rng.choice([0, 1]), land=24)
-    elif k < 0.85:
-        t.road(rng.randint(30, 40), w=2)
-        t.road(10, w=4)
-    else:
-        t.jog(rng.choice([-4, 4]), length=20)
-
-
-def z3_piece(t, rng, d):
-    k = rng.random()
-    if k < 0.45:
-        t.ice(rng.randint(36, 50), side=rng.choice([-1, 1]))
-        t.road(10, w=4)
-    elif k < 0.8:
-        t.turbo()
-        t.road(rng.randint(20, 30))
-        t.gap(rng.randint(12, 16 + d // 2), dh=rng.choice([0, 1]), land=40, fast=True)
-        t.brake()
-        t.road(20)
-    else:
-        t.gap(rng.randint(5, 9), land=24)
-
-
-def z4_piece(t, rng, d):
-    k = rng.random()
-    if k < 0.55:
-        n = rng.randint(3, 4 + d // 3)
-        step = rng.choice([1, 2])
-        climb_for(t, n * step + 2)
-        t.falling_run(n, step=step, length=3 if step == 1 else 4)
-        t.road(10)
-    elif k < 0.75:
-        t.ramp_up(rng.choice([1, 2, 3]), land=24)
-    elif k < 0.9:
-        t.gap(rng.randint(5, 9), dh=rng.choice([0, 1]), land=24)
-    else:
-        t.bounce(rng.choice([0, 1, 2]), gap=8, land=30)
-
-
-def z5_piece(t, rng, d):
-    k = rng.random()
-    if k < 0.6:
-        lanes = [rng.randint(0, 2) for _ in range(rng.randint(3, 4 + d // 2))]
-        t.deadly_rows(lanes, row=rng.choice([6, 8]), between=10, speed=rng.choice([0.45, 0.5, 0.6]))
-        t.road(10, w=4)
-    elif k < 0.8:
-        t.jog(rng.choice([-4, 4]), length=20)
-    else:
-        t.gap(rng.randint(5, 9), land=24)
-
-
-def z6_piece(t, rng, d):
-    k = rng.random()
-    if k < 0.35:
-        for _ in range(rng.randint(2, 3)):
-            t.bounce(rng.choice([0, 1, 2, 3]), gap=rng.randint(6, 9), land=26)
-    elif k < 0.5:
-        t.turbo()
-        t.road(20)
-        t.gap(rng.randint(12, 17), land=40, fast=True)
-        t.brake()
-        t.road(20)
-    elif k < 0.62:
-        t.platform_bridge(length=rng.randint(8, 10), width=3, dist=rng.randint(2, 4), speed=rng.randint(2, 3),
-                          direction=rng.choice(["left", "right"]), land=20)
-        t.road(10, w=4)
-    elif k < 0.74:
-        t.ice(rng.randint(36, 44), side=rng.choice([-1, 1]))
-        t.road(10, w=4)
-    elif k < 0.86:
-        n = rng.randint(3, 5)
-        climb_for(t, n + 2)
-        t.falling_run(n)
-        t.road(10)
-    else:
-        t.deadly_rows([rng.randint(0, 2) for _ in range(3)], speed=0.5)
-        t.road(10, w=4)
-
-
-ZONE_PIECES = {2: z2_piece, 3: z3_piece, 4: z4_piece, 5: z5_piece, 6: z6_piece}
-ZONE_LENGTH = {2: (420, 600), 3: (600, 820), 4: (520, 720), 5: (500, 700), 6: (760, 1050)}
-ZONE_NAMES = {
-    2: ["Stepping Stones", "Rope Bridge", "Cloud Hopper", "The Ferry", "Lanes in the Sky",
-        "Crossings", "Drift Wood", "High Wire", "Long Way Round", "Bridge of Sighs"],
-    3: ["Black Ice", "Afterburner", "Glacier Mouth", "Slide Rule", "Polar Express",
-        "Frozen Lake", "Cold Start", "Skid Row", "Ice Cannon", "Whiteout"],
-    4: ["Loose Gravel", "Going Down", "Stair Master", "Rock Fall", "Cave In",
-        "Landslide", "Tumbledown", "Sinking Feeling", "Avalanche", "Collapse"],
-    5: ["Thorn Hedge", "Narrow Escape", "Minefield", "Poison Path", "The Labyrinth",
-        "Nightshade", "Sting", "Deadly Nightshade", "Last Breath", "Garden of Doom"],
-    6: ["Trampoline", "Pogo", "Sky High", "Spring Fever", "Moon Shot",
-        "Rebound", "Grand Tour", "Ricochet", "Everything Goes", "Finale"],
-}
-
-
-def zone_track(number):
-    zone = (number - 1) // 10 + 1
-    d = (number - 1) % 10
-    rng = random.Random(number * 7919)
-    t = Track(number, ZONE_NAMES[zone][d])
-    lo, hi = ZONE_LENGTH[zone]
-    target = lo + (hi - lo) * d / 9
-    t.road(40)
-    t.star_on_road(-12)
-    piece = ZONE_PIECES[zone]
-    while t.z < target:
-        piece(t, rng, d)
-        if rng.random() < 0.5:
-            stars_between(t, rng)
-        else:
-            t.road(rng.randint(12, 20), w=4)
-    t.road(20, w=4)
-    side = rng.choice([-1, 1])
-    t.star_on_road(-6, dx=side)
-    t.act(t.z - 18, "x", t.cx + side)
-    t.finish()
+def levelled(make, length):
+    """Builds a track until it fits: straight road spread between its pieces
+    to bring it to about `length` units, started at the height that puts its
+    lowest road at 1."""
+    Track.start, Track.spacing = 40, 0
+    t = make()
+    parts = max(1, sum(1 for z, w in t.plan if w.startswith("x")))
+    Track.spacing = max(0, round((length - t.z) / parts))
+    Track.start = 40
+    low = make().low
+    Track.start = 40 - (low - 1)
+    t = make()
+    Track.start, Track.spacing = 1, 0
     return t
 
 
 def all_tracks():
-    return zone1() + [zone_track(n) for n in range(11, 61)]
+    zones = (zone1, zone2, zone3, zone4, zone5, zone6)
+    # Zone 1 about 20 s a track, zone 6 about 45 s, longer towards the end of each zone.
+    return [levelled(lambda f=f, i=i: f()[i], 280 + 60 * z + 12 * i) for z, f in enumerate(zones) for i in range(10)]
+
+
+def sunday_drive():
+    a = Track(61, "Sunday Drive", "a gentle side step and a shuttle")
+    a.road(40)
+    a.hug(1, at=8)
+    a.star_here(-4)
+    a.ramp_up(2, land=24)
+    a.shift(-4)
+    a.platform_cross(10, dist=3, speed=2)
+    a.finish()
+    return a
+
+
+def pad_party():
+    b = Track(62, "Pad Party", "three bounce pads")
+    b.road(40)
+    b.hug(-1, at=8)
+    b.star_here(-4)
+    b.bounce(1, gap=6)
+    b.bounce(2, gap=8)
+    b.drop(2)
+    b.finish()
+    return b
+
+
+def ice_palace():
+    c = Track(63, "Ice Palace", "ice and a turbo jump")
+    c.a = 3
+    c.road(30)
+    c.ice(60, sides=[1, -1])
+    c.road(10)
+    c.turbo_jump(12)
+    c.finish()
+    return c
 
 
 def user_tracks():
-    """Examples of tracks people make themselves: one short idea each."""
-    a = Track(1, "Sunday Drive")
-    a.zone = 2
-    a.road(60)
-    a.star_on_road(-20)
-    a.widen_for_stars(30, 10, [4, -4])
-    a.road(30, w=4)
-    a.gap(6, land=30)
-    a.platform_bridge(length=10, dist=3, speed=2, direction="left")
-    a.road(40, w=4)
-    a.star_on_road(-10)
-    a.finish()
-
-    b = Track(1, "Pad Party")
-    b.zone = 6
-    b.road(50)
-    for rise in (1, 2, 0, 2, -1):
-        b.bounce(rise, gap=7, land=26)
-    b.road(30)
-    b.jump_star(-10)
-    b.finish()
-
-    c = Track(1, "Ice Palace")
-    c.zone = 3
-    c.road(40)
-    c.ice(40, side=-1)
-    c.road(20, w=4)
-    c.turbo()
-    c.road(30)
-    c.gap(14, land=40, fast=True)
-    c.brake()
-    c.ice(44, side=1)
-    c.road(30, w=4)
-    c.finish()
-    return [("sunday_drive", a), ("pad_party", b), ("ice_palace", c)]
+    out = []
+    for stem, make in (("sunday_drive", sunday_drive), ("pad_party", pad_party), ("ice_palace", ice_palace)):
+        t = levelled(make, 0)
+        t.number = 1
+        out.append((stem, t))
+    return out
