@@ -316,40 +316,33 @@ class Track:
         self.z = z0 + length
         self.pieces.add("ice")
 
-    def wall_stop(self, run=24):
-        """Brake, roll up to a low wall and hop it from rest: however the
-        driving before went, the car sets off from the wall."""
-        wall = self.z + run
-        self.act(wall - run + 4, "speed", 0.2)
-        self.road(run)
-        self.act(wall - 0.05, "jump")
-        self.act(wall - 0.05, "speed", 0.6)
-        self.h += 1
-        self.pieces.add("wall stop")
-
     def turbo_jump(self, g=12, star=True):
-        """From a standing start at a wall: a turbo pad and a long flight over
-        a gap at full speed; then brake and stop at the next wall."""
+        """A turbo pad and a long flight over a gap at full speed; then a
+        stop to a standstill, and off again from rest."""
         side = self.side
         self.let_go(self.z - 6)
-        self.wall_stop(14)
-        self.road(8)
         self.block(self.x0(), self.x1(), self.z, self.z + 2, self.h, "turbo")
         self.kerbs(self.z, self.z + 2)
         self.act(self.z - 2, "speed", 1)
         self.z += 2
-        self.road(14)
+        # The run-up to the gap in one block: a fast car and a seam between
+        # two blocks do not mix.
+        self.block(self.x0(), self.x1(), self.z, self.z + 14, self.h)
+        self.kerbs(self.z, self.z + 14)
+        self.z += 14
         edge = self.z
         takeoff = min(edge + (g + 0.8 - 28) / 2.0, edge - 2)
         self.act(takeoff, "jump")
         if star:
             self.star(self.lane_x(), self.h + 2, round(takeoff + 14))
         self.z = edge + g
-        self.road(takeoff + 31 - self.z)
-        self.wall_stop(24)
-        self.road(24)
+        # Down after landing until the car stands (a "board" of no platform),
+        # a moment standing, then Up again.
+        self.act(takeoff + 31, "board", 999)
+        self.act(takeoff + 31.1, "speed", 0.6)
+        self.road(takeoff + 31 + 16 + 30 - self.z)
         if side:
-            self.hug(side, at=self.z - 14)
+            self.hug(side, at=self.z - 20)
         self.side = side
         self.pieces.add("turbo jump")
 
