@@ -51,14 +51,19 @@ const char* DXmusicSFX::EffectFile(int number) {
 }
 
 const char* DXmusicSFX::MusicFile(int piece) {
-    switch (piece) {
-        case 1:
-            return "music/track01.ogg";
-        case 7:
-            return "music/winlevel.ogg";
-        default:
-            return "";
-    }
+    static const char* const files[] = {"",
+                                        "music/track01.ogg",
+                                        "music/track02.ogg",
+                                        "music/track03.ogg",
+                                        "music/track04.ogg",
+                                        "music/track05.ogg",
+                                        "music/track06.ogg",
+                                        "music/winlevel.ogg"};
+    return piece >= MusicTrack && piece <= MusicWin ? files[piece] : "";
+}
+
+int16_t DXmusicSFX::ZoneMusic(int32_t zone) {
+    return zone >= 1 && zone <= MusicLastZone ? static_cast<int16_t>(zone) : int16_t{MusicTrack};
 }
 
 float DXmusicSFX::SfxGain(int32_t hundredthsOfDecibel) {
@@ -75,8 +80,8 @@ bool DXmusicSFX::InitSound() {
     SoundReady = true;
     SfxMuted = false;
     // A piece that cannot be opened stays silent; nothing else depends on it.
-    device_.loadMusic(MusicTrack, gameDir_ + MusicFile(MusicTrack));
-    device_.loadMusic(MusicWin, gameDir_ + MusicFile(MusicWin));
+    for (int piece = MusicTrack; piece <= MusicWin; ++piece)
+        device_.loadMusic(piece, gameDir_ + MusicFile(piece));
     SetSfxVolume(options_.Options.SfxVolume);
     SetMusicVolume(options_.Options.MusicVolume);
     return true;
@@ -114,25 +119,23 @@ void DXmusicSFX::StopFallSound() {
 void DXmusicSFX::PlayMusic(int16_t Piece) {
     if (!SoundReady || MusicMuted) return;
     StopMusic();
-    if (Piece == MusicTrack) device_.playMusic(MusicTrack, true);
-    if (Piece == MusicWin) device_.playMusic(MusicWin, false);
+    if (Piece >= MusicTrack && Piece <= MusicWin) device_.playMusic(Piece, Piece != MusicWin);
     CurrentMusic = Piece;
 }
 
 void DXmusicSFX::StopMusic() {
     if (!SoundReady) return;
-    device_.stopMusic(MusicTrack);
-    device_.stopMusic(MusicWin);
+    for (int piece = MusicTrack; piece <= MusicWin; ++piece) device_.stopMusic(piece);
 }
 
 // Neither checks SoundReady: the device ignores calls on pieces it never opened.
 void DXmusicSFX::PauseMusic() {
-    if (CurrentMusic == MusicTrack || CurrentMusic == MusicWin) device_.pauseMusic();
+    if (CurrentMusic >= MusicTrack && CurrentMusic <= MusicWin) device_.pauseMusic();
 }
 
 void DXmusicSFX::ResumeMusic() {
-    if (CurrentMusic == MusicTrack) device_.playMusic(MusicTrack, true);
-    if (CurrentMusic == MusicWin) device_.playMusic(MusicWin, false);
+    if (CurrentMusic >= MusicTrack && CurrentMusic <= MusicWin)
+        device_.playMusic(CurrentMusic, CurrentMusic != MusicWin);
 }
 
 // Both volumes are kept within their range, in play and in options.dat: a

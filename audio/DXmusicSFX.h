@@ -1,5 +1,6 @@
-// Sound effects and music. Eight one-shot effects (numbers 1 and 3 to 9), two
-// music pieces (1 loops on the tracks, 7 plays once when a track is won) and
+// Sound effects and music. Eight one-shot effects (numbers 1 and 3 to 9), seven
+// music pieces (1 to 6 loop on the tracks of their zone, 7 plays once when a
+// track is won) and
 // the two volume settings, which are saved to options.dat on every change.
 // Everything is guarded by SoundReady: when start-up of sound fails, every
 // effect and music call does nothing and the game runs silent.
@@ -26,10 +27,12 @@ enum SoundEffect : int16_t {
     SfxTransit = 9,        // sfx/transit.wav: every screen change
 };
 
-// Music pieces callers pass to PlayMusic.
+// Music pieces callers pass to PlayMusic. Pieces 1 to 6 are the zones' own
+// (music/track01.ogg .. track06.ogg), each looping on its zone's tracks.
 enum MusicPiece : int16_t {
-    MusicTrack = 1,  // music/track01.ogg, looping, on the tracks of zone 1
-    MusicWin = 7,    // music/winlevel.ogg, once, when a track is won
+    MusicTrack = 1,     // music/track01.ogg, zone 1
+    MusicLastZone = 6,  // music/track06.ogg, zone 6
+    MusicWin = 7,       // music/winlevel.ogg, once, when a track is won
 };
 
 class DXmusicSFX {
@@ -57,10 +60,12 @@ public:
     // Stops effect 3 (a track reset).
     void StopFallSound();
 
-    // Stops both pieces, then starts piece 1 or 7 from its beginning. Remembers
-    // the piece as CurrentMusic even when it is not 1 or 7.
+    // Stops every piece, then starts piece 1..7 from its beginning. Remembers
+    // the piece as CurrentMusic even when it is none of them.
     void PlayMusic(int16_t Piece);
-    // Stops both pieces and rewinds them.
+    // The piece of a zone (1..6); anything else gets zone 1's.
+    static int16_t ZoneMusic(int32_t zone);
+    // Stops every piece and rewinds it.
     void StopMusic();
     // Pause or resume the piece last started (no focus; device reset).
     void PauseMusic();

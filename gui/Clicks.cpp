@@ -1,5 +1,6 @@
 // The click table: what a button does on each screen. The keyboard's Return
 // actions go through the same entries.
+#include <algorithm>
 #include <filesystem>
 
 #include "audio/DXmusicSFX.h"
@@ -197,10 +198,15 @@ void Gui::StartSelectedTrack() {
     // Nothing to drive on an empty user track screen.
     if (game_.GameState == UserTrackChoice && !userTracks.Active()) return;
     game_.sound->PlayEffect(SfxTransit);
-    // Every zone and the user tracks drive to the track music.
-    game_.sound->PlayMusic(MusicTrack);
+    game_.sound->PlayMusic(TrackMusic());
     game_.startPlaying();
     SetupScreen(0);
+}
+
+int16_t Gui::TrackMusic() const {
+    if (game_.GameState == UserTrackChoice)
+        return DXmusicSFX::ZoneMusic(1 + (std::max(userTracks.Current, 1) - 1) % MusicLastZone);
+    return DXmusicSFX::ZoneMusic(game_.levels->CurrentZone);
 }
 
 std::string Gui::WebPageUrl() const {

@@ -91,6 +91,9 @@ public:
     int32_t TabCount = 0;
     // The user-made tracks found in usertracks/.
     UserTracks userTracks;
+    // The music of the track about to start: its zone's piece; the user
+    // tracks take the six pieces in turn down their list.
+    int16_t TrackMusic() const;
 
 private:
     void GoTo(int16_t state);

@@ -266,8 +266,7 @@ void KeyboardControls::TrackChoice(const uint8_t* k) {
     if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->SetupScreen(2);
     if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
         game_.sound->PlayEffect(SfxTransit);
-        // Every zone drives to the track music, as zone 1 does.
-        game_.sound->PlayMusic(MusicTrack);
+        game_.sound->PlayMusic(game_.gui->TrackMusic());
         game_.startPlaying();
         game_.gui->SetupScreen(0);
         // The press that started the track must not make the car jump

@@ -71,13 +71,15 @@ inline const char* const kEffectFiles[] = {"Jump.wav",     "fall.wav",      "get
                                            "blowup.wav",   "bouncepad.wav", "turboplatform.wav",
                                            "rollover.wav", "transit.wav"};
 
-// A game folder whose every effect is a 1 kHz tone of `seconds`, and whose two
+// A game folder whose every effect is a 1 kHz tone of `seconds`, and whose
 // music pieces are tones too: the mixer recognises a stream by its content,
 // so a WAV stands in for the Ogg file and its pitch tells the pieces apart.
 inline std::string ToneGameFolder(const std::string& name, double effectSeconds = 0.3) {
     const std::string dir = AudioScratch(name);
     for (const char* f : kEffectFiles) WriteToneWav(dir + "sfx/" + f, {{1000, effectSeconds}}, 0.5);
     WriteToneWav(dir + "music/track01.ogg", {{440, 0.3}, {880, 2.0}}, 0.5);
+    for (int zone = 2; zone <= 6; ++zone)
+        WriteToneWav(dir + "music/track0" + std::to_string(zone) + ".ogg", {{110.0 * zone, 0.5}}, 0.3);
     WriteToneWav(dir + "music/winlevel.ogg", {{2000, 0.3}}, 0.5);
     return dir;
 }

@@ -1,10 +1,11 @@
 // The generated sounds of the game folder, decoded by the mixer itself: each
 // one loads, lasts about as long as its event, starts and ends on silence and
-// stays below full scale; the track music loops without a jump.
+// stays below full scale; the zone pieces loop without a jump.
 #include <SDL.h>
 #include <SDL_mixer.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 
@@ -95,28 +96,57 @@ TEST_F(GeneratedSounds, TheWinJingleIsShort) {
     EXPECT_LT(test::Rms(c.left(c.frames() - test::kRate / 20, c.frames())), 0.01) << "it dies away";
 }
 
-TEST_F(GeneratedSounds, TheTrackMusicLastsAMinuteAndLoopsWithoutASeam) {
-    const test::Capture c = decode(kGame + "music/track01.ogg");
-    const size_t n = c.frames();
-    EXPECT_GE(static_cast<double>(n) / test::kRate, 60.0);
-    EXPECT_LE(static_cast<double>(n) / test::kRate, 180.0);
-    const auto all = c.left(0, n);
-    EXPECT_LT(test::PeakOf(all), 0.98f);
-    EXPECT_GT(test::Rms(all), 0.05) << "a tune, not a whisper";
+// The largest level change in dB between a window and the next one, with
+// the boundary moved through the piece in 1 ms steps (so that every beat of
+// the music itself falls on a boundary as the wrap does).
+double LargestLevelStep(const std::vector<float>& s, size_t window) {
+    std::vector<double> energy(s.size() + 1, 0.0);
+    for (size_t i = 0; i < s.size(); ++i) energy[i + 1] = energy[i] + static_cast<double>(s[i]) * s[i];
+    double largest = 0;
+    for (size_t at = window; at + window <= s.size(); at += test::kRate / 1000) {
+        const double before = energy[at] - energy[at - window], after = energy[at + window] - energy[at];
+        if (before > 0 && after > 0)
+            largest = std::max(largest, std::fabs(10.0 * std::log10(after / before)));
+    }
+    return largest;
+}
 
-    // The level just before the end matches the level just after the start.
-    // One beat of the tune at 125 BPM: the last beat against the first.
-    const size_t window = test::kRate * 60 / 125;
-    const double end = test::Rms(c.left(n - window, n));
-    const double start = test::Rms(c.left(0, window));
-    EXPECT_GT(end, 0.01);
-    EXPECT_LT(std::fabs(20.0 * std::log10(end / start)), 6.0) << "dB between end and start";
+// The six zone pieces: a minute or two each, as loud as each other, and each
+// a loop: the last 50 ms lead into the first 50 ms with no click, no gap and
+// no jump in level larger than the piece makes anywhere within itself.
+TEST_F(GeneratedSounds, TheZonePiecesLoopSeamlesslyAtOneLoudness) {
+    std::vector<double> loudness;
+    for (int zone = 1; zone <= 6; ++zone) {
+        const std::string file = "music/track0" + std::to_string(zone) + ".ogg";
+        SCOPED_TRACE(file);
+        const test::Capture c = decode(kGame + file);
+        const size_t n = c.frames();
+        ASSERT_GT(n, static_cast<size_t>(test::kRate));
+        EXPECT_GE(static_cast<double>(n) / test::kRate, 60.0);
+        EXPECT_LE(static_cast<double>(n) / test::kRate, 120.0);
+        const auto all = c.left(0, n);
+        EXPECT_LT(test::PeakOf(all), 0.98f);
+        const double rms = test::Rms(all);
+        EXPECT_GT(rms, 0.05) << "a tune, not a whisper";
+        loudness.push_back(20.0 * std::log10(rms));
 
-    // No step at the wrap: it is no larger than the steps just around it.
-    float around = 0;
-    for (size_t i = n - 200; i + 1 < n; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
-    for (size_t i = 0; i + 1 < 200; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
-    EXPECT_LE(std::fabs(all[0] - all[n - 1]), 1.5f * around + 0.002f);
+        const size_t window = test::kRate / 20;
+        const double end = test::Rms(c.left(n - window, n));
+        const double start = test::Rms(c.left(0, window));
+        EXPECT_GT(end, 0.1 * rms) << "no gap before the wrap";
+        EXPECT_GT(start, 0.1 * rms) << "no gap after it";
+        EXPECT_LE(std::fabs(20.0 * std::log10(start / end)), LargestLevelStep(all, window))
+            << "the wrap is no more sudden than the music itself";
+
+        // No click: the sample step at the wrap is no larger than those around it.
+        float around = 0;
+        for (size_t i = n - 200; i + 1 < n; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
+        for (size_t i = 0; i + 1 < 200; ++i) around = std::max(around, std::fabs(all[i + 1] - all[i]));
+        EXPECT_LE(std::fabs(all[0] - all[n - 1]), 1.5f * around + 0.002f);
+    }
+    ASSERT_EQ(loudness.size(), 6u);
+    const auto [quiet, loud] = std::minmax_element(loudness.begin(), loudness.end());
+    EXPECT_LT(*loud - *quiet, 2.0) << "dB RMS between the loudest and the quietest piece";
 }
 
 }  // namespace

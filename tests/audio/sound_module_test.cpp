@@ -15,6 +15,13 @@ namespace {
 
 using Log = std::vector<std::string>;
 
+// What switching the music does first: every piece stopped and rewound.
+Log StopEveryPiece() {
+    Log log;
+    for (int piece = 1; piece <= 7; ++piece) log.push_back("stopmusic " + std::to_string(piece));
+    return log;
+}
+
 struct Rig {
     std::string dir;
     HeadlessAudio device;
@@ -47,6 +54,8 @@ TEST(SoundModule, StartUpLoadsEveryEffectAndPieceAndAppliesTheSavedVolumes) {
     EXPECT_EQ(r.device.effects[1], r.dir + "sfx/Jump.wav");
     EXPECT_EQ(r.device.effects[9], r.dir + "sfx/transit.wav");
     EXPECT_EQ(r.device.music[1], r.dir + "music/track01.ogg");
+    EXPECT_EQ(r.device.music[4], r.dir + "music/track04.ogg");
+    EXPECT_EQ(r.device.music[6], r.dir + "music/track06.ogg");
     EXPECT_EQ(r.device.music[7], r.dir + "music/winlevel.ogg");
     EXPECT_FLOAT_EQ(r.device.musicGain, 0.40f);
     EXPECT_NEAR(r.device.effectGain[4], std::pow(10.0, -600.0 / 2000.0), 1e-6);
@@ -172,7 +181,9 @@ TEST(SoundModule, MusicVolumeMutesAtZeroAndTheNextPieceStartsFromItsBeginning) {
     r.sound.SetMusicVolume(10);
     EXPECT_FLOAT_EQ(r.device.musicGain, 0.10f);
     r.sound.PlayMusic(MusicTrack);
-    EXPECT_EQ(r.device.log, (Log{"stopmusic 1", "stopmusic 7", "music 1 loop"}));
+    Log expected = StopEveryPiece();
+    expected.push_back("music 1 loop");
+    EXPECT_EQ(r.device.log, expected);
 
     // Past the top: the top, in play and in the file.
     r.sound.SetMusicVolume(150);
@@ -187,7 +198,9 @@ TEST(SoundModule, TheWinPieceReplacesTheTrackMusicAndPlaysOnce) {
     r.sound.PlayMusic(MusicTrack);
     r.device.log.clear();
     r.sound.PlayMusic(MusicWin);
-    EXPECT_EQ(r.device.log, (Log{"stopmusic 1", "stopmusic 7", "music 7"}));
+    Log expected = StopEveryPiece();
+    expected.push_back("music 7");
+    EXPECT_EQ(r.device.log, expected);
     EXPECT_EQ(r.sound.CurrentMusic, 7);
 
     // Pause and resume follow the piece last started.
@@ -196,21 +209,38 @@ TEST(SoundModule, TheWinPieceReplacesTheTrackMusicAndPlaysOnce) {
     r.sound.ResumeMusic();
     EXPECT_EQ(r.device.log, (Log{"pause", "music 7"}));
 
-    // Any other number only stops the music and is remembered.
+    // A zone's piece loops and resumes looping.
     r.device.log.clear();
-    r.sound.PlayMusic(3);
-    EXPECT_EQ(r.device.log, (Log{"stopmusic 1", "stopmusic 7"}));
-    EXPECT_EQ(r.sound.CurrentMusic, 3);
+    r.sound.PlayMusic(5);
+    EXPECT_EQ(r.device.log.back(), "music 5 loop");
+    r.device.log.clear();
     r.sound.PauseMusic();
     r.sound.ResumeMusic();
-    EXPECT_EQ(r.device.log.size(), 2u);
+    EXPECT_EQ(r.device.log, (Log{"pause", "music 5 loop"}));
+
+    // Any other number only stops the music and is remembered.
+    r.device.log.clear();
+    r.sound.PlayMusic(8);
+    EXPECT_EQ(r.device.log, StopEveryPiece());
+    EXPECT_EQ(r.sound.CurrentMusic, 8);
+    r.sound.PauseMusic();
+    r.sound.ResumeMusic();
+    EXPECT_EQ(r.device.log.size(), 7u);
+}
+
+TEST(SoundModule, EveryZoneHasItsPieceAndOtherZonesFallBackToTheFirst) {
+    for (int zone = 1; zone <= 6; ++zone) EXPECT_EQ(DXmusicSFX::ZoneMusic(zone), zone);
+    EXPECT_EQ(DXmusicSFX::ZoneMusic(0), MusicTrack);
+    EXPECT_EQ(DXmusicSFX::ZoneMusic(7), MusicTrack) << "the win piece is never a zone's";
+    EXPECT_STREQ(DXmusicSFX::MusicFile(3), "music/track03.ogg");
+    EXPECT_STREQ(DXmusicSFX::MusicFile(8), "");
 }
 
 TEST(SoundModule, TheGeneratedGameFolderHasEverySound) {
     Rig r("gamefolder", std::string(QUORBIT_GAME_DIR) + "/");
     r.options = optionsDat(test::AudioScratch("gamefolder-options") + "options.dat");
     EXPECT_TRUE(r.start());
-    EXPECT_EQ(r.device.music.size(), 2u);
+    EXPECT_EQ(r.device.music.size(), 7u);
 }
 
 TEST(SoundModule, TrackMusicPausesWhileTheWindowHasNoFocusAndGoesOnWhenItReturns) {

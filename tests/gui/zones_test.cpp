@@ -59,6 +59,12 @@ TEST(Zones, ZonesWithTracksOpenTheOthersAreDimmedAndDead) {
     EXPECT_EQ(lv.CurrentLevel, 25);
     EXPECT_EQ(t.field(7), "5 / 5");
     EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/bk003.jpg");
+
+    // Each zone drives to its own piece.
+    t.game->sound->SetMusicVolume(50);
+    t.click(26);
+    ASSERT_EQ(t.game->GameState, Playing);
+    EXPECT_EQ(t.game->sound->CurrentMusic, 3);
 }
 
 TEST(Zones, ArrowKeysMoveOverTheZonesAndReturnOpensTheFocusedOne) {
@@ -177,9 +183,12 @@ TEST(UserTracks, BrowsedInNameOrderPlayedAndTheirTimesSavedIntoTheirFile) {
     EXPECT_EQ(t.game->track->BuiltLevel, 1);
 
     // Driven and finished: the time goes into b_hills.dat, and the run's
-    // statistics into its own file, not into the main ones.
+    // statistics into its own file, not into the main ones. The third user
+    // track drives to the third piece.
+    t.game->sound->SetMusicVolume(50);
     t.click(26);
     ASSERT_EQ(t.game->GameState, Playing);
+    EXPECT_EQ(t.game->sound->CurrentMusic, 3);
     t.game->stats->JumpCount = 2;
     t.game->resetgame(false);
     ASSERT_TRUE(t.game->levels->SaveFastestTime("ZED", 20, 4));

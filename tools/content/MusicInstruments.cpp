@@ -106,11 +106,13 @@ void PadChord(Stereo& out, size_t at, double seconds, const std::vector<int>& no
         Osc ol[2] = {Osc(0.1 * static_cast<double>(k)), Osc(0.37)};
         Osc orr[2] = {Osc(0.71), Osc(0.23 * static_cast<double>(k))};
         Svf fl, fr;
+        const double hl0 = hz * cents(detune[0][0]), hl1 = hz * cents(detune[0][1]);
+        const double hr0 = hz * cents(detune[1][0]), hr1 = hz * cents(detune[1][1]);
         render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
             const float cutoff = static_cast<float>(900.0 + 300.0 * std::sin(2 * kPi * 0.25 * t));
             const float e = gain * env.at(t, seconds);
-            const float sl = ol[0].saw(hz * cents(detune[0][0])) + ol[1].saw(hz * cents(detune[0][1]));
-            const float sr = orr[0].saw(hz * cents(detune[1][0])) + orr[1].saw(hz * cents(detune[1][1]));
+            const float sl = ol[0].saw(hl0) + ol[1].saw(hl1);
+            const float sr = orr[0].saw(hr0) + orr[1].saw(hr1);
             l = e * fl.process(sl, cutoff, 0.1f).low;
             r = e * fr.process(sr, cutoff, 0.1f).low;
         });
@@ -137,12 +139,13 @@ void LeadNote(Stereo& out, size_t at, double seconds, int midi, float gain, floa
     Svf lp;
     const Adsr env{0.012, 0.25, 0.7, 0.12};
     const double hz = NoteHz(midi);
+    const double flat = cents(-6), sharp = cents(6);
     render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         // Vibrato creeps in on held notes only.
         const double depth = 0.004 * std::clamp((t - 0.18) / 0.2, 0.0, 1.0);
         const double f = hz * (1.0 + depth * std::sin(2 * kPi * 5.5 * t));
         const float raw =
-            0.5f * a.pulse(f * cents(-6), 0.3) + 0.5f * b.pulse(f * cents(6), 0.5) + 0.3f * c.triangle(f);
+            0.5f * a.pulse(f * flat, 0.3) + 0.5f * b.pulse(f * sharp, 0.5) + 0.3f * c.triangle(f);
         const float v = gain * env.at(t, seconds) * lp.process(raw, 3600.0f, 0.15f).low;
         l = v * panL(pan);
         r = v * panR(pan);

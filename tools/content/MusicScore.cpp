@@ -1,10 +1,12 @@
-// The two music pieces. track01: a 32-bar A-minor arcade tune at 125 BPM
+// The first zone's piece and the win jingle. track01: a 32-bar A-minor arcade tune at 125 BPM
 // (61.44 s) that loops without a seam: intro groove, main theme, a half-time
 // bridge, then the theme again doubled. winlevel: a short C-major fanfare.
 #include <filesystem>
+#include <future>
 #include <vector>
 
 #include "tools/content/MusicInstruments.h"
+#include "tools/content/MusicKit.h"
 #include "tools/content/Sounds.h"
 
 namespace qb::content::sound {
@@ -241,10 +243,21 @@ void MakeMusic(const std::string& gameDir) {
     std::filesystem::create_directories(dir);
     Stereo track = trackLoop();
     master(track, 0.78f);
+    // Every zone piece plays as loud as the first one.
+    const float loudness = RmsOf(track);
+    // The zone pieces are independent of each other: written side by side.
+    std::vector<std::future<void>> pieces;
+    for (const ZonePiece& piece : ZonePieces())
+        pieces.push_back(std::async(std::launch::async, [piece, loudness, dir] {
+            Stereo s = piece.score();
+            MasterToRms(s, loudness);
+            WriteOggVorbis(dir + piece.file, s, 0.4f, piece.serial);
+        }));
     WriteOggVorbis(dir + "track01.ogg", track, 0.4f, 0x51B01);
     Stereo win = winJingle();
     master(win, 0.78f);
     WriteOggVorbis(dir + "winlevel.ogg", win, 0.4f, 0x51B07);
+    for (auto& p : pieces) p.get();
 }
 
 }  // namespace qb::content::sound

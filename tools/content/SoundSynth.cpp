@@ -13,8 +13,12 @@ namespace qb::content::sound {
 // --- filter, oscillators, envelope ---------------------------------------------------
 
 Svf::Out Svf::process(float x, float cutoffHz, float resonance) {
-    const double fc = std::clamp(static_cast<double>(cutoffHz), 10.0, kRate * 0.45);
-    const float g = static_cast<float>(std::tan(kPi * fc / kRate));
+    if (cutoffHz != lastCutoff_) {
+        const double fc = std::clamp(static_cast<double>(cutoffHz), 10.0, kRate * 0.45);
+        g_ = static_cast<float>(std::tan(kPi * fc / kRate));
+        lastCutoff_ = cutoffHz;
+    }
+    const float g = g_;
     const float k = 2.0f - 2.0f * std::clamp(resonance, 0.0f, 0.98f);
     const float a1 = 1.0f / (1.0f + g * (g + k));
     const float a2 = g * a1;

@@ -40,6 +40,9 @@ public:
 
 private:
     float ic1_ = 0, ic2_ = 0;
+    // Most filters hold one cutoff for a whole note: the tangent is the
+    // costly part, so it is kept until the cutoff changes.
+    float lastCutoff_ = -1, g_ = 0;
 };
 
 // Phase-accumulating oscillators with PolyBLEP edges, so bright waves do not alias.
