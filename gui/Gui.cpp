@@ -142,6 +142,7 @@ void Gui::GuiMouseMove(float X, float Y) {
 }
 
 void Gui::GuiMouseClick(float X, float Y) {
+    if (ClickRaceOptions(X, Y)) return;
     for (int32_t i = 1; i <= SlotCount; ++i) {
         if (!Buttons[static_cast<size_t>(i)]) continue;
         GUI_Button& b = Button(i);

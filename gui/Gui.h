@@ -83,6 +83,12 @@ public:
     }
 
     // Slots 1..59 ([0] unused); each created on first use.
+    // The two race choices on the options screen (fields 3 and 4), kept in
+    // settings.cfg: the ghost of the best run and the clock on screen.
+    void ShowRaceOptions();
+    void ToggleRaceOption(const char* settingKey);
+    bool ClickRaceOptions(float X, float Y);
+
     std::array<std::unique_ptr<GUI_Button>, SlotCount + 1> Buttons;
     // Fields of the current screen, 1..FieldCount ([0] unused).
     std::vector<std::unique_ptr<clsFontField>> Fields;

@@ -8,14 +8,22 @@
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
+#include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "platform/D3DMath.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
+#include "shell/GhostCar.h"
+#include "shell/RaceClock.h"
 #include "shell/frmGame.h"
 #include "world/clsBackground.h"
 
 namespace qb {
+
+namespace {
+// Below the resolution buttons, above "go back".
+constexpr int32_t RaceOptionsTop = 450;
+}  // namespace
 
 namespace {
 
@@ -61,9 +69,11 @@ void Gui::SetupScreen(int Direction) {
             ResetTabIndices();
             const LevelStructure& lv = *game_.levels;
             const int32_t stars = lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
-            NewFields(1);
+            NewFields(2);
             const int32_t left = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetX + 500.0f));
             AddField(1, 0, 200, left, 800, 18, 255, 255, 0, "Stars 0 / of " + std::to_string(stars));
+            // The race clock, in the star counter's style on the other side.
+            AddField(2, 0, 200, 20, 400, 18, 255, 255, 0, "");
             break;
         }
         case TrackChoice:
@@ -80,13 +90,14 @@ void Gui::SetupScreen(int Direction) {
             break;
         case NameEntry:
             Button(35).enabled(true);
-            NewFields(2);
+            NewFields(3);
             AddField(1, 330, 450, 140, 660, 30, 255, 255, 0, clsFontField::NamePrompt);
             AddField(2, 225, 300, 140, 660, 30, 0, 0, 0, "Your Time = ");
+            AddField(3, 280, 330, 140, 660, 18, 0, 0, 0, "");  // against the best run
             break;
         case MadeIt:
             Button(36).enabled(true);
-            NewFields(2);
+            NewFields(3);
             AddField(1, 340, 450, 140, 660, 30, 0, 0, 0, "Test Time");
             {
                 // The stars this drive took, before the finish resets the count.
@@ -96,6 +107,7 @@ void Gui::SetupScreen(int Direction) {
                 AddField(2, 390, 440, 140, 660, 18, 255, 255, 0,
                          "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars));
             }
+            AddField(3, 440, 490, 140, 660, 18, 0, 0, 0, "");  // against the best run
             break;
         case Options:
             SetupOptions();
@@ -296,10 +308,46 @@ void Gui::SetupOptions() {
     const int32_t mode = game_.dx->VideoMode;
     Button(mode == 1 ? 54 : 53).enabled(true);
     Button(mode == 2 ? 56 : 55).enabled(true);
-    NewFields(2);
+    NewFields(4);
     AddField(1, 280, 350, 460, 535, 18, 0, 0, 0, "");
     AddField(2, 335, 400, 460, 535, 18, 0, 0, 0, "");
+    AddField(3, RaceOptionsTop, RaceOptionsTop + 30, 200, 400, 13, 255, 255, 255, "");
+    AddField(4, RaceOptionsTop, RaceOptionsTop + 30, 410, 600, 13, 255, 255, 255, "");
     ShowVolumes();
+    ShowRaceOptions();
+}
+
+void Gui::ShowRaceOptions() {
+    const Settings& s = *game_.settings;
+    if (HasField(3))
+        Field(3).Set_Text(std::string("Ghost (G): ") +
+                          (s.GetBool(GhostCar::SettingKey, true) ? "on" : "off"));
+    if (HasField(4))
+        Field(4).Set_Text(std::string("Race clock (C): ") +
+                          (s.GetBool(RaceClock::SettingKey, true) ? "on" : "off"));
+}
+
+void Gui::ToggleRaceOption(const char* settingKey) {
+    Settings& s = *game_.settings;
+    s.SetBool(settingKey, !s.GetBool(settingKey, true));
+    if (!s.Save()) game_.debug->WriteLine("Could not write " + s.path());
+    ShowRaceOptions();
+}
+
+bool Gui::ClickRaceOptions(float X, float Y) {
+    if (game_.GameState != Options) return false;
+    const float x = X - static_cast<float>(game_.dx->GuiOffsetX),
+                y = Y - static_cast<float>(game_.dx->GuiOffsetY);
+    if (y < RaceOptionsTop || y > RaceOptionsTop + 30) return false;
+    if (x >= 200 && x < 400) {
+        ToggleRaceOption(GhostCar::SettingKey);
+        return true;
+    }
+    if (x >= 410 && x < 600) {
+        ToggleRaceOption(RaceClock::SettingKey);
+        return true;
+    }
+    return false;
 }
 
 void Gui::SetupZoneChoice() {

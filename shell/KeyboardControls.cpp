@@ -13,7 +13,9 @@
 #include "platform/DirectInput.h"
 #include "platform/QuorbitDebug.h"
 #include "shell/DriveControls.h"
+#include "shell/GhostCar.h"
 #include "shell/GuiLink.h"
+#include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
 #include "shell/frmGame.h"
 
@@ -107,6 +109,13 @@ void KeyboardControls::Act(const uint8_t* k) {
             break;
         case qb::Options:
             if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
+            // G and C switch the ghost and the race clock.
+            for (size_t letter : {size_t{'G' - 'A'}, size_t{'C' - 'A'}}) {
+                Release(k, LetterKeys[letter], LetterReleased[letter]);
+                if (Pressed(k, LetterKeys[letter], LetterReleased[letter]))
+                    game_.gui->ToggleRaceOption(letter == 'G' - 'A' ? GhostCar::SettingKey
+                                                                    : RaceClock::SettingKey);
+            }
             break;
         case qb::UserTrackChoice:
             UserTrackChoice(k);

@@ -96,8 +96,13 @@ void ReplayStore::NameDriver(const std::string& name) {
 }
 
 const Replay* ReplayStore::Best(std::string& why) {
-    const TrackRef ref = CurrentTrack();
-    if (!cacheValid_ || !(ref == cachedRef_)) {
+    // Looked at every frame by the clock: the track's identity is only
+    // worked out again when another track is chosen or at a race start.
+    const LevelStructure& l = *game_.levels;
+    if (!cacheValid_ || l.path() != cachedPath_ || l.CurrentLevel != cachedLevel_) {
+        const TrackRef ref = CurrentTrack();
+        cachedPath_ = l.path();
+        cachedLevel_ = l.CurrentLevel;
         cachedRef_ = ref;
         cacheValid_ = true;
         cached_.reset();

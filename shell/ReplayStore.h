@@ -41,12 +41,16 @@ public:
     // The best run of the current track, or nullptr with `why` (empty when
     // there simply is none yet). Read once per track and kept.
     const Replay* Best(std::string& why);
+    // Reads the best run again at the next Best() (a race start).
+    void Forget() { cacheValid_ = false; }
     // Bumped whenever the best run of any track changes.
     int32_t Generation() const { return generation_; }
 
 private:
     frmGame& game_;
     TrackRef cachedRef_;
+    std::string cachedPath_;
+    int32_t cachedLevel_ = 0;
     bool cacheValid_ = false;
     std::unique_ptr<Replay> cached_;
     std::string cachedWhy_;

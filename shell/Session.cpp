@@ -12,7 +12,9 @@
 #include "physics/clsPlayer.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
+#include "shell/GhostCar.h"
 #include "shell/GuiLink.h"
+#include "shell/RaceClock.h"
 #include "shell/RaceTime.h"
 #include "shell/ReplayStore.h"
 #include "shell/RunRecorder.h"
@@ -29,6 +31,9 @@ void frmGame::startPlaying() {
     dx->ResetCamera();
     RunStartTicks = platform.clock.tickCount();
     recorder->Begin();
+    replays->Forget();
+    ghost->Prepare();
+    clock->Update();
 }
 
 void frmGame::resetgame(bool winLevel) {
@@ -52,20 +57,25 @@ void frmGame::resetgame(bool winLevel) {
 
 void frmGame::Winlevel() {
     const int32_t c = levels->CurrentLevel;
-    if (levels->HasLevel(c))
-        replays->SaveFinishedRun(RaceFrames, StarsCollected, levels->Level(c).StarUpper + 1);
+    const int32_t frames = RaceFrames;
+    std::string why;
+    const Replay* best = replays->Best(why);
+    const int32_t bestBefore = best ? best->frames : -1;
+    if (levels->HasLevel(c)) replays->SaveFinishedRun(frames, StarsCollected, levels->Level(c).StarUpper + 1);
     const RaceTime time = RaceTime::FromFrames(RaceFrames);
     RaceFrames = 0;
     if (!levels->TimeQualifies(time.Seconds, time.Hundredths)) {
         GameState = MadeIt;
         gui->SetupScreen(0);
         SetFieldText(*this, 1, time.Text());
+        ShowFinishDifference(3, frames, bestBefore);
     } else {
         GameState = NameEntry;
         gui->SetupScreen(0);
         SetFieldText(*this, 2, time.Text());
         LastFinishSeconds = time.Seconds;
         LastFinishHundredths = time.Hundredths;
+        ShowFinishDifference(3, frames, bestBefore);
     }
     if (levels->HasLevel(c) && StarsCollected == levels->Level(c).StarUpper + 1) {
         if (!levels->SaveAllStarsFlag()) debug->WriteLine(levels->WriteError());
@@ -73,8 +83,17 @@ void frmGame::Winlevel() {
     resetgame(true);
 }
 
+void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFrames) {
+    if (bestFrames < 0 || !clock->Shown()) return;
+    const std::string d = RaceClock::Difference(frames, bestFrames);
+    SetFieldText(*this, field, d + (frames < bestFrames ? " a new best" : " against the best"));
+    if (gui->HasField(field))
+        gui->Field(field).Set_Colour(frames < bestFrames ? 0 : 160, frames < bestFrames ? 110 : 0, 0);
+}
+
 void frmGame::DrawPlayerAndParticles() {
     player->draw();
+    ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
     particles->draw();
 }
 

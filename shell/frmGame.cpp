@@ -16,7 +16,9 @@
 #include "platform/DirectInput.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
+#include "shell/GhostCar.h"
 #include "shell/KeyboardControls.h"
+#include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
 #include "shell/RunRecorder.h"
 #include "world/AnimatedTextures.h"
@@ -45,6 +47,8 @@ frmGame::frmGame(Platform& p) : platform(p) {
     controls = std::make_unique<KeyboardControls>(*this);
     recorder = std::make_unique<RunRecorder>();
     replays = std::make_unique<ReplayStore>(*this);
+    clock = std::make_unique<RaceClock>(*this);
+    ghost = std::make_unique<GhostCar>(*this);
 }
 
 frmGame::~frmGame() = default;
@@ -224,6 +228,7 @@ void frmGame::playFrame() {
         LastAnimatedTextureTick = now;
     }
     UpdateFPSCounter();
+    if (GameState == Playing) clock->Update();
 }
 
 void frmGame::RenderFrame() {

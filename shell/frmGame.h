@@ -30,6 +30,8 @@ class Gui;
 class KeyboardControls;
 class RunRecorder;
 class ReplayStore;
+class RaceClock;
+class GhostCar;
 
 class frmGame : public WindowEvents {
 public:
@@ -67,6 +69,8 @@ public:
     void startPlaying();
     void resetgame(bool winLevel);
     void Winlevel();
+    // The finish screen's line against the best run kept before this finish.
+    void ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFrames);
 
     // --- one keyboard pass ---------------------------------------------------------------
     void HandleKeyboard();
@@ -131,6 +135,8 @@ public:
     std::unique_ptr<KeyboardControls> controls;
     std::unique_ptr<RunRecorder> recorder;
     std::unique_ptr<ReplayStore> replays;
+    std::unique_ptr<RaceClock> clock;
+    std::unique_ptr<GhostCar> ghost;
 };
 
 }  // namespace qb

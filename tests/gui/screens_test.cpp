@@ -46,7 +46,7 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     t.game->levels->CurrentLevel = 3;  // three stars
     t.show(Playing);
     EXPECT_TRUE(t.enabled().empty());
-    ASSERT_EQ(t.gui().FieldCount, 1);
+    ASSERT_EQ(t.gui().FieldCount, 2);  // the star counter and the race clock
     EXPECT_EQ(t.field(1), "Stars 0 / of 3");
     EXPECT_EQ(t.gui().Field(1).Left(), 500);
     EXPECT_EQ(t.gui().Field(1).Colour(), 0xFFFFFF00u);

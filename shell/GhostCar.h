@@ -1,0 +1,63 @@
+// The ghost: a see-through copy of the car driving the track's best run,
+// frame for frame beside the live one. Its run is driven once, headless, on
+// a game of its own when a race starts, and kept as the car's place in every
+// frame; so it cannot touch the live run (no collisions, sounds, stars or
+// statistics), and drawing it is only a look-up.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/GraphicsDevice.h"
+#include "platform/Types.h"
+#include "shell/ReplayStore.h"
+
+namespace qb {
+
+class frmGame;
+
+struct GhostFrame {
+    Vector3 position;
+    float spinAngle = 720;  // the bounce-pad spin, as the car draws it
+    bool spinning = false;
+};
+
+class GhostCar {
+public:
+    static constexpr const char* SettingKey = "race.ghost";
+
+    explicit GhostCar(frmGame& game) : game_(game) {}
+    ~GhostCar();
+    GhostCar(const GhostCar&) = delete;
+    GhostCar& operator=(const GhostCar&) = delete;
+
+    // Whether the player wants it (settings.cfg).
+    bool Enabled() const;
+    // At a race start: the best run of the track, driven into its frames
+    // unless those are already at hand.
+    void Prepare();
+    // The ghost's place after play frame `frame` of its run (1-based), or
+    // nullptr once its run has ended or when there is none.
+    const GhostFrame* At(int64_t frame) const;
+    int64_t Frames() const { return static_cast<int64_t>(frames_.size()); }
+    // Draws it where it is after the live run's frame `frame`.
+    void draw(int64_t frame);
+
+private:
+    bool Drive(const Replay& run, std::string& error);
+    void LoadModel();
+    void ReleaseModel();
+
+    frmGame& game_;
+    std::vector<GhostFrame> frames_;
+    TrackRef drivenRef_;
+    int32_t drivenGeneration_ = -1;
+    std::string drivenPath_;
+    MeshId mesh_ = 0;
+    bool modelTried_ = false;
+    std::vector<MeshMaterial> materials_;
+    std::vector<TextureId> textures_;
+};
+
+}  // namespace qb
