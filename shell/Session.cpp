@@ -88,7 +88,8 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
     const std::string d = RaceClock::Difference(frames, bestFrames);
     SetFieldText(*this, field, d + (frames < bestFrames ? " a new best" : " against the best"));
     if (gui->HasField(field))
-        gui->Field(field).Set_Colour(frames < bestFrames ? 0 : 160, frames < bestFrames ? 110 : 0, 0);
+        gui->Field(field).Set_Colour(frames < bestFrames ? 120 : 255, frames < bestFrames ? 255 : 150,
+                                     frames < bestFrames ? 120 : 150);  // light: both finish panels are dark
 }
 
 void frmGame::DrawPlayerAndParticles() {
