@@ -36,9 +36,9 @@ std::string TrimName(const std::string& s) {
     return s.substr(b, e - b);
 }
 
-// Where the track's name stands on the track choices: under the preview,
-// above the track counter.
-constexpr int32_t NameTop = 505;
+// Where the track's name stands on the track choices: above the preview,
+// between the fastest-times panel and the track's statistics.
+constexpr int32_t NameTop = 62;
 
 // The track's name, which track sources keep in the record's settings text
 // (the game has no other use for it): printable, one line, not too long for
@@ -198,7 +198,7 @@ void Gui::SetupTrackChoice(int Direction) {
 
     NewFields(12);
     FastestTimeFields();
-    AddField(12, NameTop, NameTop + 30, 200, 600, 18, 255, 255, 0,
+    AddField(12, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
     AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255,
@@ -284,7 +284,7 @@ void Gui::SetupUserTracks(int Direction) {
     }
     userTracks.Activate(game_.levels, game_.stats);
     FastestTimeFields();
-    AddField(8, NameTop, NameTop + 30, 200, 600, 18, 255, 255, 0,
+    AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
     AddField(7, top7, 600, 300, 500, 13, 255, 255, 255,
              std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()));

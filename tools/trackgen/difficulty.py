@@ -6,10 +6,9 @@ and the plot docs/difficulty.svg, both from what the track checker measured.
         --windows --figures figures.tsv
     python3 tools/trackgen/difficulty.py figures.tsv [REPO]
 
-The difficulty of a track is its key changes, plus one for every hazard the
-route meets, plus 60 divided by its narrowest timing window in frames (a
-window of 6 frames adds 10): more to do, more to look out for, less room
-for error.
+The difficulty of a track is its key changes plus one for every hazard the
+route meets: more to do, more to look out for. The narrowest timing window
+(--windows, slow) is listed beside it where it was measured, "-" elsewhere.
 """
 import csv
 import glob
@@ -21,8 +20,7 @@ END = "<!-- end of figures -->"
 
 
 def difficulty(row):
-    window = max(1, int(row["narrowest_window"]))
-    return int(row["key_changes"]) + int(row["hazards"]) + 60.0 / window
+    return int(row["key_changes"]) + int(row["hazards"])
 
 
 def track_info(repo):
@@ -46,7 +44,8 @@ def table(rows, info):
         n = int(r["track"])
         i = info[n - 1] if n - 1 < len(info) else {"name": "", "idea": ""}
         out.append("| %d | %d | %s | %s | %s | %s | %s | %s | %s s | %.1f |" % (
-            (n - 1) // 10 + 1, n, i["name"], i["idea"], r["key_changes"], r["narrowest_window"], r["hazards"],
+            (n - 1) // 10 + 1, n, i["name"], i["idea"], r["key_changes"],
+            r["narrowest_window"] if int(r["narrowest_window"]) >= 0 else "-", r["hazards"],
             r["length"], r["seconds"], difficulty(r)))
     return "\n".join(out)
 
@@ -62,8 +61,7 @@ def svg(rows):
     parts = ['<svg xmlns="http://www.w3.org/2000/svg" width="%d" height="%d" font-family="sans-serif" '
              'font-size="11">' % (w, h),
              '<rect width="%d" height="%d" fill="white"/>' % (w, h),
-             '<text x="%d" y="12">difficulty of tracks 1 to 60 (key changes + hazards + 60 / narrowest '
-             'window)</text>' % left]
+             '<text x="%d" y="12">difficulty of tracks 1 to 60 (key changes + hazards met on the route)</text>' % left]
     for v in range(0, high + 1, 10):
         parts.append('<line x1="%d" y1="%.1f" x2="%d" y2="%.1f" stroke="#ddd"/>' % (left, y(v), w - 10, y(v)))
         parts.append('<text x="%d" y="%.1f" text-anchor="end">%d</text>' % (left - 4, y(v) + 4, v))
