@@ -79,6 +79,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         const int16_t tex[4] = {b.TextureA, b.TextureB, b.TextureC, b.TextureD};
         for (int f = 0; f < 4; ++f) block->Texture(texture(tex[f]), kFaces[f], dir);
         block->changeactioncode(b.ActionCode);
+        block->ShowSymbolLarge();
         newBlocks[i] = std::move(block);
     }
     blocks = std::move(newBlocks);
@@ -126,6 +127,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
             platform->ScaleTextureTop(m.ScaleTextureTop);
             const int16_t tex[4] = {m.TextureA, m.TextureB, m.TextureC, m.TextureD};
             for (int f = 0; f < 4; ++f) platform->Texture(texture(tex[f]), kFaces[f], dir);
+            platform->ShowSymbolLarge();
             list[i] = std::move(platform);
         }
         platforms = std::move(list);

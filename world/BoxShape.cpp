@@ -1,5 +1,8 @@
 #include "world/BoxShape.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/D3DMath.h"
 
 namespace qb {
@@ -47,6 +50,16 @@ void TileBoxZ(BoxVertices& v, float sizeZ, uint8_t sideScale, uint8_t topScale) 
     for (int i = kLeft; i < kLeft + 6; ++i) v[i].u = v[i].z == 0 ? us : 0;
     for (int i = kRight; i < kRight + 6; ++i) v[i].u = v[i].z != 0 ? us : 0;
     for (int i = kTop; i < kTop + 6; ++i) v[i].v = v[i].z == 0 ? ut : 0;
+}
+
+void TileTopSymbol(BoxVertices& v, float sizeX, float sizeZ) {
+    if (sizeX <= 0 || sizeZ <= 0) return;
+    const float tile = std::min({sizeX, sizeZ, SymbolTileMax});
+    const float ut = std::max(1.0f, std::round(sizeX / tile)), vt = std::max(1.0f, std::round(sizeZ / tile));
+    for (int i = kTop; i < kTop + 6; ++i) {
+        v[i].u = v[i].x != 0 ? ut : 0;
+        v[i].v = v[i].z == 0 ? vt : 0;
+    }
 }
 
 CollisionPlane PlaneFromPoints(const Vector3& p1, const Vector3& p2, const Vector3& p3) {

@@ -23,6 +23,12 @@ void BuildBoxVertices(BoxVertices& v, uint32_t sideColour, uint32_t topColour);
 void TileBoxX(BoxVertices& v, float sizeX, uint8_t sideScale, uint8_t topScale);
 void TileBoxY(BoxVertices& v, float sizeY, uint8_t sideScale);
 void TileBoxZ(BoxVertices& v, float sizeZ, uint8_t sideScale, uint8_t topScale);
+// The top of a special block or platform: its symbol in square tiles as
+// wide as the top's narrower side, at most SymbolTileMax units, a whole
+// number of them each way (a one-unit symbol is too small to make out from
+// the driver's seat).
+constexpr float SymbolTileMax = 4.0f;
+void TileTopSymbol(BoxVertices& v, float sizeX, float sizeZ);
 
 // normalize((p2 - p1) x (p3 - p1)), d = -(normal . p1)
 CollisionPlane PlaneFromPoints(const Vector3& p1, const Vector3& p2, const Vector3& p3);

@@ -132,6 +132,12 @@ void clsBlock::scalez(float value) {
     UploadVertices();
 }
 
+void clsBlock::ShowSymbolLarge() {
+    if (actionCode_ == 0 || scaleTextureTop_ != 0) return;
+    TileTopSymbol(vertices_, sizeX_, sizeZ_);
+    UploadVertices();
+}
+
 const CollisionPlane& clsBlock::GetCollisionPlane(int planenumber) const {
     CheckPlane(planenumber, 5);
     return planes_[planenumber - 1];

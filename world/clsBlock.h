@@ -67,6 +67,10 @@ public:
     void scaleX(float value);  // 0 or less: ignored
     void scaleY(float value);
     void scalez(float value);
+    // A special block whose level leaves its top's repeat count open shows
+    // its symbol large (TileTopSymbol); a plain block or a fixed count is
+    // left alone. Called once the action code is set.
+    void ShowSymbolLarge();
     // planenumber 1..5; anything else throws std::out_of_range.
     const CollisionPlane& GetCollisionPlane(int planenumber) const;
     Vector3 GetPlaneNormal(int planenumber) const;

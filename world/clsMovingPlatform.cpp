@@ -153,6 +153,12 @@ void clsMovingPlatform::create(float x, float y, float z) {
     UpdateCollisionPlanes();
 }
 
+void clsMovingPlatform::ShowSymbolLarge() {
+    if (scaleTextureTop_ != 0) return;
+    TileTopSymbol(vertices_, sizeX_, sizeZ_);
+    UploadVertices();
+}
+
 void clsMovingPlatform::scaleX(float value) {
     if (value <= 0) return;
     sizeX_ = value;

@@ -70,6 +70,9 @@ public:
     void scaleX(float value);  // 0 or less: ignored
     void scaleY(float value);
     void scalez(float value);
+    // Its top shows the platform symbol large (TileTopSymbol) unless the
+    // level fixes the top's repeat count. Called once the scales are set.
+    void ShowSymbolLarge();
     void SelectBlock() { selected_ = true; }
     void UnSelectBlock() { selected_ = false; }
     void ResetToOrigin();
