@@ -60,6 +60,10 @@ constexpr int32_t WellLeft = 49, WellRight = 211;
 // wide) sit in its bands, 20 in from either side.
 constexpr int32_t PanelBandLeft = 216, PanelBandRight = 584;
 
+// The track number stands on the zone's sky, bright or dark: a navy rim
+// keeps its white letters readable on all of them.
+constexpr uint32_t TrackNumberRim = 0xFF0A0E26u;
+
 // The sky of each zone's track choice.
 const char* const ZoneSkies[Gui::ZoneCount + 1] = {"",          "_default.jpg", "bk001.jpg", "bk003.jpg",
                                                    "bk006.jpg", "bk004.jpg",    "bk005.jpg"};
@@ -225,7 +229,8 @@ void Gui::SetupTrackChoice(int Direction) {
              lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
     AddField(7, TrackNumberTop(), TrackNumberBottom(), 300, 500, 13, 255, 255, 255,
-             std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size));
+             std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size))
+        .Set_Outline(TrackNumberRim);
     LevelStat st;
     const Stats& stats = *game_.stats;
     if (lv.CurrentLevel >= 1 && lv.CurrentLevel <= stats.LevelCount())
@@ -297,7 +302,7 @@ void Gui::SetupUserTracks(int Direction) {
             AddField(1 + p, 200 + 100 * p, 400 + 100 * p, WellLeft, WellRight, 13, 255, 255, 255, "No Name");
             AddField(4 + p, 230 + 100 * p, 600, WellLeft, WellRight, 13, 255, 255, 255, "0:0");
         }
-        AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255, "0 / 0");
+        AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255, "0 / 0").Set_Outline(TrackNumberRim);
         // Nothing to show behind the menu but the sky.
         game_.track->BuildLevel(LevelRecord{}, false);
         if (game_.background->pictureName() != game_.BackgroundsPath + ZoneSkies[1])
@@ -309,7 +314,8 @@ void Gui::SetupUserTracks(int Direction) {
     AddField(8, NameTop, NameTop + 30, 200, 600, 18, 255, 255, 0,
              TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
     AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255,
-             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()));
+             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()))
+        .Set_Outline(TrackNumberRim);
     // The track's own sky when the game has it, else the first zone's.
     const LevelStructure& lv = *game_.levels;
     std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundName();

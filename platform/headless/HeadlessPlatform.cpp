@@ -43,6 +43,7 @@ void HeadlessGraphics::clear(uint32_t, float) {
     ++clearCount;
     textDrawn.clear();
     textRects.clear();
+    textColours.clear();
 }
 
 void HeadlessGraphics::setTransform(TransformKind kind, const Matrix4& m) {
@@ -121,12 +122,13 @@ void HeadlessGraphics::drawMeshSubset(MeshId, int) {
 }
 
 void HeadlessGraphics::drawText(FontId, const std::string& text, int left, int top, int right, int bottom,
-                                uint32_t) {
+                                uint32_t argbColour) {
     ++textCalls;
     // As on the real device, an empty or upside-down rectangle shows nothing.
     if (right <= left || bottom <= top) return;
     textDrawn.push_back(text);
     textRects.push_back({left, top, right, bottom});
+    textColours.push_back(argbColour);
 }
 
 // --- keyboard --------------------------------------------------------------------------

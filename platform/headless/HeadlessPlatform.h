@@ -29,8 +29,9 @@ public:
     PresentParams created;
     int createCount = 0, resetCount = 0, presentCount = 0, clearCount = 0;
     int drawCalls = 0, primitivesDrawn = 0, textCalls = 0;
-    std::vector<std::string> textDrawn;         // texts of this frame's drawText calls that show
-    std::vector<std::array<int, 4>> textRects;  // and their rectangles: left, top, right, bottom
+    std::vector<std::string> textDrawn;  // texts of this frame's drawText calls that show
+    std::vector<std::array<int, 4>> textRects;
+    std::vector<uint32_t> textColours;  // and their rectangles: left, top, right, bottom
     Matrix4 world, view, projection;
     std::map<RenderState, uint32_t> renderStates;
     std::map<TextureStageState, uint32_t> stageStates;

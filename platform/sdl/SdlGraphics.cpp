@@ -390,7 +390,8 @@ void SdlGraphics::drawText(FontId font, const std::string& text, int left, int t
         w = static_cast<float>(room);
     }
     const float x = static_cast<float>(shrink ? left : left + (room - img->width) / 2) - 0.5f;
-    const float y = static_cast<float>(top) - 0.5f;
+    // A smaller text keeps the middle of its line where the full one had it.
+    const float y = static_cast<float>(top) + (static_cast<float>(img->height) - h) / 2 - 0.5f;
     uint8_t c[4];
     UnpackArgb(argbColour, c);
     scratch_.assign({{x, y, 0, 1, {c[0], c[1], c[2], c[3]}, 0, 0},

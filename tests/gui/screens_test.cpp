@@ -290,7 +290,7 @@ TEST(VideoMode, SwitchingTo1024x768ReplacesTheButtonsAndRebuildsTheScreen) {
     EXPECT_TRUE(t.button(54).enabled());
 }
 
-TEST(TrackChoice, TheTrackNumberShowsUnderTheArrowsInBothModes) {
+TEST(TrackChoice, TheTrackNumberShowsUnderTheArrowsInBothModesRimmedForAnySky) {
     GuiGame t("tracknumber");
     ASSERT_TRUE(t.start());
     for (int mode : {1, 2}) {
@@ -299,14 +299,27 @@ TEST(TrackChoice, TheTrackNumberShowsUnderTheArrowsInBothModes) {
         t.click(4);
         ASSERT_EQ(t.game->GameState, TrackChoice);
         t.game->RenderFrame();
-        const auto& texts = t.hp.graphics.textDrawn;
-        const auto at = std::find(texts.begin(), texts.end(), "1 / 10");
-        ASSERT_NE(at, texts.end()) << "mode " << mode;
-        const auto r = t.hp.graphics.textRects[static_cast<size_t>(at - texts.begin())];
+        const HeadlessGraphics& d = t.hp.graphics;
+        int white = -1;
+        for (size_t i = 0; i < d.textDrawn.size(); ++i)
+            if (d.textDrawn[i] == "1 / 10" && d.textColours[i] == 0xFFFFFFFFu) white = static_cast<int>(i);
+        ASSERT_GE(white, 0) << "mode " << mode;
+        const auto r = d.textRects[static_cast<size_t>(white)];
         const int height = mode == 1 ? 600 : 768;
         EXPECT_GE(r[1], static_cast<int>(t.button(24).Y()) + t.button(24).height()) << "below the arrows";
         EXPECT_GE(r[3] - r[1], 20) << "room for the line";
         EXPECT_LE(r[3], height);
+        // A dark rim one pixel all round the white letters, drawn first.
+        int rim = 0;
+        for (int i = 0; i < white; ++i) {
+            const uint32_t c = d.textColours[static_cast<size_t>(i)];
+            const auto q = d.textRects[static_cast<size_t>(i)];
+            const int lum = static_cast<int>(((c >> 16) & 255) + ((c >> 8) & 255) + (c & 255)) / 3;
+            if (d.textDrawn[static_cast<size_t>(i)] == "1 / 10" && lum < 60 && std::abs(q[0] - r[0]) <= 1 &&
+                std::abs(q[1] - r[1]) <= 1)
+                ++rim;
+        }
+        EXPECT_EQ(rim, 8) << "mode " << mode;
     }
 }
 

@@ -247,8 +247,10 @@ TEST_F(GlDevice, ATextWiderThanItsRectangleIsDrawnSmallerToFit) {
         EXPECT_LE(maxX, right - 1) << points;
         EXPECT_LE(minX, left + 3) << points;
         EXPECT_GE(maxX, right - 4) << points;
-        // Smaller: the letters are shorter than at their own size.
+        // Smaller: the letters are shorter than at their own size, on the
+        // middle of the same line.
         EXPECT_LT(bottom - top, (fullBottom - fullTop) * 0.85) << points;
+        EXPECT_NEAR((top + bottom) / 2.0 - 300, (fullTop + fullBottom) / 2.0 - 100, 2.0) << points;
     }
 }
 
