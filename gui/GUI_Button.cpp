@@ -58,12 +58,14 @@ void GUI_Button::LoadRollover(const std::string& TextureFileName, uint32_t Colou
 }
 
 void GUI_Button::Update(int16_t alpha) {
-    // Worked out in double, kept as floats. The right edge lies at width, the
-    // bottom edge at height - 1.
+    // Worked out in double, kept as floats. Pixel centres lie on whole
+    // numbers, so the quad from (left, top) to (left + width, top + height)
+    // covers exactly the picture's width x height pixels, one texel each, and
+    // exactly the pixels that hit it (Contains).
     const double left = static_cast<double>(x_) + offsetX_;
     const double top = static_cast<double>(y_) + offsetY_;
     const double right = left + width_;
-    const double bottom = top + height_ - 1;
+    const double bottom = top + height_;
     const uint32_t diffuse = (static_cast<uint32_t>(alpha) & 0xFFu) << 24 | 0x00FFFFFFu;
     auto corner = [diffuse](double sx, double sy, float depth, float u, float v) {
         ScreenVertex c;
@@ -97,7 +99,9 @@ bool GUI_Button::Contains(float px, float py) const {
     const float left = X(), top = Y();
     const float right = left + static_cast<float>(width_);
     const float bottom = top + static_cast<float>(height_);
-    return left < px && px < right && top < py && py < bottom;
+    // The pixels the picture covers: its left and top edges are on it, its
+    // right and bottom edges (the next pixel) are not.
+    return left <= px && px < right && top <= py && py < bottom;
 }
 
 void GUI_Button::draw(int16_t Pass) {

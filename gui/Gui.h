@@ -110,9 +110,11 @@ private:
     void SetupTrackChoice(int Direction);
     void SetupUserTracks(int Direction);
     void PlaceTrackChoiceButtons();
+    int32_t TrackNumberTop() const;
+    int32_t TrackNumberBottom() const;
     void FastestTimeFields();
     void SetupPauseMenu();
-    void SetupOptions();
+    void SetupOptions(bool again);
     void SetupZoneChoice();
     void SetupInstructions(int page);
     void ShowVolumes();
@@ -122,6 +124,8 @@ private:
     void StartSelectedTrack();
 
     frmGame& game_;
+    // The screen the last SetupScreen built.
+    int16_t shownState_ = -1;
 };
 
 }  // namespace qb

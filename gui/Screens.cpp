@@ -53,6 +53,17 @@ std::string TimeText(int32_t seconds, int32_t hundredths) {
     return std::to_string(seconds) + ":" + (hundredths < 10 ? "0" : "") + std::to_string(hundredths);
 }
 
+// The names and times of the fastest-times table sit in the dark wells of its
+// panel (slot 29 at x 45, 170 wide), inside their rounded corners.
+constexpr int32_t WellLeft = 49, WellRight = 211;
+// The name and the time of the finish panels (slots 35 and 36 at x 190, 420
+// wide) sit in its bands, 20 in from either side.
+constexpr int32_t PanelBandLeft = 216, PanelBandRight = 584;
+
+// The track number stands on the zone's sky, bright or dark: a navy rim
+// keeps its white letters readable on all of them.
+constexpr uint32_t TrackNumberRim = 0xFF0A0E26u;
+
 // The sky of each zone's track choice.
 const char* const ZoneSkies[Gui::ZoneCount + 1] = {"",          "_default.jpg", "bk001.jpg", "bk003.jpg",
                                                    "bk006.jpg", "bk004.jpg",    "bk005.jpg"};
@@ -60,6 +71,8 @@ const char* const ZoneSkies[Gui::ZoneCount + 1] = {"",          "_default.jpg", 
 }  // namespace
 
 void Gui::SetupScreen(int Direction) {
+    const bool again = game_.GameState == shownState_;
+    shownState_ = game_.GameState;
     DisableAllButtons();
     switch (game_.GameState) {
         case MainMenu:
@@ -89,28 +102,30 @@ void Gui::SetupScreen(int Direction) {
             SetupPauseMenu();
             break;
         case NameEntry:
+            // Both texts within the bands of the panel (a name too wide for
+            // its band is drawn smaller by the device).
             Button(35).enabled(true);
             NewFields(3);
-            AddField(1, 330, 450, 140, 660, 30, 255, 255, 0, clsFontField::NamePrompt);
-            AddField(2, 225, 300, 140, 660, 30, 0, 0, 0, "Your Time = ");
-            AddField(3, 280, 330, 140, 660, 18, 0, 0, 0, "");  // against the best run
+            AddField(1, 330, 450, PanelBandLeft, PanelBandRight, 30, 255, 255, 0, clsFontField::NamePrompt);
+            AddField(2, 225, 300, PanelBandLeft, PanelBandRight, 30, 0, 0, 0, "Your Time = ");
+            AddField(3, 280, 330, PanelBandLeft, PanelBandRight, 18, 0, 0, 0, "");  // against the best run
             break;
         case MadeIt:
             Button(36).enabled(true);
             NewFields(3);
-            AddField(1, 340, 450, 140, 660, 30, 0, 0, 0, "Test Time");
+            AddField(1, 340, 450, PanelBandLeft, PanelBandRight, 30, 0, 0, 0, "Test Time");
             {
                 // The stars this drive took, before the finish resets the count.
                 const LevelStructure& lv = *game_.levels;
                 const int32_t stars =
                     lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
-                AddField(2, 390, 440, 140, 660, 18, 255, 255, 0,
+                AddField(2, 390, 440, PanelBandLeft, PanelBandRight, 18, 255, 255, 0,
                          "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars));
             }
-            AddField(3, 440, 490, 140, 660, 18, 0, 0, 0, "");  // against the best run
+            AddField(3, 440, 490, PanelBandLeft, PanelBandRight, 18, 0, 0, 0, "");  // against the best run
             break;
         case Options:
-            SetupOptions();
+            SetupOptions(again);
             break;
         case ZoneChoice:
             SetupZoneChoice();
@@ -166,6 +181,18 @@ void Gui::PlaceTrackChoiceButtons() {
     Button(24).Y(dx.GuiOffsetY + 475.0f);
 }
 
+// The track number sits under the arrows and, like them, keeps its distance
+// from the bottom of the display: the offset counts twice, at both edges
+// (with the bottom left at 600 it came out upside down at 1024x768 and was
+// never drawn).
+int32_t Gui::TrackNumberTop() const {
+    return static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f));
+}
+
+int32_t Gui::TrackNumberBottom() const {
+    return static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 600.0f));
+}
+
 void Gui::SetupTrackChoice(int Direction) {
     ResetTabIndices();
     game_.sound->StopMusic();
@@ -201,9 +228,9 @@ void Gui::SetupTrackChoice(int Direction) {
     AddField(12, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
-    AddField(7, static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f)), 600, 300, 500, 13, 255,
-             255, 255,
-             std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size));
+    AddField(7, TrackNumberTop(), TrackNumberBottom(), 300, 500, 13, 255, 255, 255,
+             std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size))
+        .Set_Outline(TrackNumberRim);
     LevelStat st;
     const Stats& stats = *game_.stats;
     if (lv.CurrentLevel >= 1 && lv.CurrentLevel <= stats.LevelCount())
@@ -224,9 +251,9 @@ void Gui::FastestTimeFields() {
     FastestTimes t;
     if (lv.HasLevel(lv.CurrentLevel)) t = lv.Level(lv.CurrentLevel).Times;
     for (int32_t p = 0; p < 3; ++p) {
-        AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255,
+        AddField(1 + p, 200 + 100 * p, 400 + 100 * p, WellLeft, WellRight, 13, 255, 255, 255,
                  TrimName(t.Names[static_cast<size_t>(p)]));
-        AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255,
+        AddField(4 + p, 230 + 100 * p, 600, WellLeft, WellRight, 13, 255, 255, 255,
                  TimeText(t.Seconds[static_cast<size_t>(p)], t.Hundredths[static_cast<size_t>(p)]));
     }
 }
@@ -269,13 +296,13 @@ void Gui::SetupUserTracks(int Direction) {
         Button(24).MouseOver(true);
     }
     NewFields(8);
-    const int32_t top7 = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetY + 550.0f));
+    const int32_t top7 = TrackNumberTop(), bottom7 = TrackNumberBottom();
     if (userTracks.Count() == 0) {
         for (int32_t p = 0; p < 3; ++p) {
-            AddField(1 + p, 200 + 100 * p, 400 + 100 * p, 40, 203, 13, 255, 255, 255, "No Name");
-            AddField(4 + p, 230 + 100 * p, 600, 40, 203, 13, 255, 255, 255, "0:0");
+            AddField(1 + p, 200 + 100 * p, 400 + 100 * p, WellLeft, WellRight, 13, 255, 255, 255, "No Name");
+            AddField(4 + p, 230 + 100 * p, 600, WellLeft, WellRight, 13, 255, 255, 255, "0:0");
         }
-        AddField(7, top7, 600, 300, 500, 13, 255, 255, 255, "0 / 0");
+        AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255, "0 / 0").Set_Outline(TrackNumberRim);
         // Nothing to show behind the menu but the sky.
         game_.track->BuildLevel(LevelRecord{}, false);
         if (game_.background->pictureName() != game_.BackgroundsPath + ZoneSkies[1])
@@ -286,8 +313,9 @@ void Gui::SetupUserTracks(int Direction) {
     FastestTimeFields();
     AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
-    AddField(7, top7, 600, 300, 500, 13, 255, 255, 255,
-             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()));
+    AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255,
+             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()))
+        .Set_Outline(TrackNumberRim);
     // The track's own sky when the game has it, else the first zone's.
     const LevelStructure& lv = *game_.levels;
     std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundName();
@@ -302,12 +330,23 @@ void Gui::ShowVolumes() {
     if (HasField(2)) Field(2).Set_Text(std::to_string(game_.sound->MusicVolume) + "%");
 }
 
-void Gui::SetupOptions() {
+void Gui::SetupOptions(bool again) {
     ResetTabIndices();
     for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13}) Button(s).enabled(true);
     const int32_t mode = game_.dx->VideoMode;
-    Button(mode == 1 ? 54 : 53).enabled(true);
-    Button(mode == 2 ? 56 : 55).enabled(true);
+    const int32_t small = mode == 1 ? 54 : 53, large = mode == 2 ? 56 : 55;
+    Button(small).enabled(true);
+    Button(large).enabled(true);
+    // Keyboard stops: the arrows move over the volume buttons, the two modes
+    // and "go back" by where they lie; Return presses the focused one. The
+    // focus starts on "go back" and stays where it was when a mode change
+    // sets the screen up again.
+    const int32_t stops[] = {16, 17, 37, 18, small, large, 14};
+    for (int32_t i = 0; i < 7; ++i) Button(stops[i]).TabIndex(i + 1);
+    TabCount = 7;
+    if (!again || CurrentTab < 1 || CurrentTab > TabCount) CurrentTab = 7;
+    ClearMouseOver();
+    Button(stops[CurrentTab - 1]).MouseOver(true);
     NewFields(4);
     AddField(1, 280, 350, 460, 535, 18, 0, 0, 0, "");
     AddField(2, 335, 400, 460, 535, 18, 0, 0, 0, "");
@@ -376,14 +415,11 @@ void Gui::SetupInstructions(int page) {
     ResetTabIndices();
     Button(1).enabled(true);
     Button(2).enabled(true);
-    if (page == 1) {
-        Button(38).enabled(true);
-        Button(40).enabled(true);
-    } else if (page == 2) {
-        Button(3).enabled(true);
-    } else {
-        for (int32_t s : {39, 40, 41}) Button(s).enabled(true);
-    }
+    // Every page has both arrows, so the mouse can turn them all as the
+    // arrow keys do (pages wrap round).
+    Button(page == 1 ? 38 : page == 2 ? 3 : 39).enabled(true);
+    Button(40).enabled(true);
+    Button(41).enabled(true);
     NewFields(1);
     AddField(1, 525, 590, 680, 740, 8, 255, 255, 0, "Page " + std::to_string(page) + " / 3");
 }

@@ -20,6 +20,12 @@ void clsFontField::buildFont() {
 
 void clsFontField::Render() {
     if (fontStale_) buildFont();
+    if (outline_ != 0)
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                if (dx != 0 || dy != 0)
+                    device_.drawText(font_, text_, left_ + dx, top_ + dy, right_ + dx, bottom_ + dy,
+                                     outline_);
     device_.drawText(font_, text_, left_, top_, right_, bottom_, colour_);
 }
 

@@ -45,6 +45,9 @@ public:
     int32_t Right() const { return right_; }
     int32_t Bottom() const { return bottom_; }
     uint32_t Colour() const { return colour_; }
+    // A one-pixel rim in this colour (ARGB) round the letters, for a text
+    // that stands on a sky of any brightness; 0 for none.
+    void Set_Outline(uint32_t argb) { outline_ = argb; }
     // The font object in use (0 until the first Render after a change).
     FontId Font() const { return font_; }
     static constexpr const char* NamePrompt = "Your NAME";
@@ -66,6 +69,7 @@ private:
     int32_t size_ = 8;
     bool bold_ = false;
     uint32_t colour_ = 0;
+    uint32_t outline_ = 0;
     int16_t red_ = 0, green_ = 0, blue_ = 0;
     std::string text_;
 };

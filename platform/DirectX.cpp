@@ -84,7 +84,13 @@ bool DirectX::InitialiseGraphics() {
 }
 
 bool DirectX::ResetDeviceOnly() {
-    if (!device.resetDevice(Present) || !device.isUsable()) return false;
+    try {
+        if (!device.resetDevice(Present) || !device.isUsable()) return false;
+    } catch (const DeviceError& e) {
+        log_.WriteLine(e.description + " " + std::to_string(e.number));
+        log_.WriteLine("Reset failed");
+        return false;
+    }
     SetAllTransforms();
     SetFixedState();
     return true;

@@ -68,6 +68,8 @@ public:
     virtual bool supportsMultiSample(int samples) = 0;
     // Throws DeviceError with a number and description when creation fails.
     virtual void createDevice(const PresentParams& params) = 0;
+    // Remakes the device for `params`: false while it is still lost; throws
+    // DeviceError when it cannot be remade (a size it cannot have).
     virtual bool resetDevice(const PresentParams& params) = 0;
     virtual bool isUsable() = 0;  // TestCooperativeLevel
 

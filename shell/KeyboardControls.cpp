@@ -108,7 +108,6 @@ void KeyboardControls::Act(const uint8_t* k) {
             MadeIt(k);
             break;
         case qb::Options:
-            if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
             // G and C switch the ghost and the race clock.
             for (size_t letter : {size_t{'G' - 'A'}, size_t{'C' - 'A'}}) {
                 Release(k, LetterKeys[letter], LetterReleased[letter]);
@@ -116,6 +115,7 @@ void KeyboardControls::Act(const uint8_t* k) {
                     game_.gui->ToggleRaceOption(letter == 'G' - 'A' ? GhostCar::SettingKey
                                                                     : RaceClock::SettingKey);
             }
+            OptionsScreen(k);
             break;
         case qb::UserTrackChoice:
             UserTrackChoice(k);
@@ -284,6 +284,24 @@ void KeyboardControls::TrackChoice(const uint8_t* k) {
         return;
     }
     if (k[DIK_ESCAPE] == Down) GoTo(qb::ZoneChoice, true);
+}
+
+void KeyboardControls::OptionsScreen(const uint8_t* k) {
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    Release(k, DIK_LEFT, LeftReleased);
+    Release(k, DIK_RIGHT, RightReleased);
+    Release(k, DIK_RETURN, ReturnReleased);
+    if (k[DIK_ESCAPE] == Down) {
+        GoTo(qb::MainMenu, true);
+        return;
+    }
+    // The arrows move the focus by where the buttons lie; Return presses it.
+    if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->MoveFocusToward(-1, 0);
+    if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->MoveFocusToward(1, 0);
+    if (Pressed(k, DIK_UP, UpReleased)) game_.gui->MoveFocusToward(0, -1);
+    if (Pressed(k, DIK_DOWN, DownReleased)) game_.gui->MoveFocusToward(0, 1);
+    if (Pressed(k, DIK_RETURN, ReturnReleased)) game_.gui->Click(game_.gui->SlotWithTab(CurrentTab(game_)));
 }
 
 void KeyboardControls::UserTrackChoice(const uint8_t* k) {

@@ -61,6 +61,7 @@ private:
     void ZoneChoice(const uint8_t* k);
     void TrackChoice(const uint8_t* k);
     void UserTrackChoice(const uint8_t* k);
+    void OptionsScreen(const uint8_t* k);
     void NameEntry(const uint8_t* k);
     void MadeIt(const uint8_t* k);
     void Instructions(const uint8_t* k);

@@ -60,8 +60,9 @@ public:
     void playFrame();
     void RenderFrame();
     void ResetFPSCounter() { RaceFrames = 0; }
-    // Recovers a lost device and rebuilds what lives on it.
-    void DeviceReset();
+    // Recovers a lost device and rebuilds what lives on it; false when the
+    // device could not be remade (the next frame tries again).
+    bool DeviceReset();
     // Switches between 800x600 (1) and 1024x768 (2) at run time.
     void ChangeVideoMode(int32_t mode);
 

@@ -31,14 +31,19 @@ void HeadlessGraphics::createDevice(const PresentParams& params) {
 }
 
 bool HeadlessGraphics::resetDevice(const PresentParams& params) {
-    created = params;
     ++resetCount;
+    if (params.width == failResetWidth)
+        throw DeviceError{static_cast<long>(static_cast<int32_t>(0x8876017Cu)),
+                          "no room for the back buffer"};
+    created = params;
     return usable;
 }
 
 void HeadlessGraphics::clear(uint32_t, float) {
     ++clearCount;
     textDrawn.clear();
+    textRects.clear();
+    textColours.clear();
 }
 
 void HeadlessGraphics::setTransform(TransformKind kind, const Matrix4& m) {
@@ -116,9 +121,14 @@ void HeadlessGraphics::drawMeshSubset(MeshId, int) {
     ++drawCalls;
 }
 
-void HeadlessGraphics::drawText(FontId, const std::string& text, int, int, int, int, uint32_t) {
+void HeadlessGraphics::drawText(FontId, const std::string& text, int left, int top, int right, int bottom,
+                                uint32_t argbColour) {
     ++textCalls;
+    // As on the real device, an empty or upside-down rectangle shows nothing.
+    if (right <= left || bottom <= top) return;
     textDrawn.push_back(text);
+    textRects.push_back({left, top, right, bottom});
+    textColours.push_back(argbColour);
 }
 
 // --- keyboard --------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 // moves when a test (or a sleep) moves it. Everything is deterministic.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -22,12 +23,15 @@ public:
     bool hardware = true;     // HAL present
     bool tnl = true;          // hardware T&L present
     bool usable = true;       // isUsable answers this
+    int failResetWidth = 0;   // a reset to this back-buffer width throws
     std::vector<int> sampleSupport{2, 4};
     std::string adapter = "Headless Adapter";
     PresentParams created;
     int createCount = 0, resetCount = 0, presentCount = 0, clearCount = 0;
     int drawCalls = 0, primitivesDrawn = 0, textCalls = 0;
-    std::vector<std::string> textDrawn;  // texts of this frame's drawText calls
+    std::vector<std::string> textDrawn;  // texts of this frame's drawText calls that show
+    std::vector<std::array<int, 4>> textRects;
+    std::vector<uint32_t> textColours;  // and their rectangles: left, top, right, bottom
     Matrix4 world, view, projection;
     std::map<RenderState, uint32_t> renderStates;
     std::map<TextureStageState, uint32_t> stageStates;

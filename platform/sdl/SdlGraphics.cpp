@@ -158,12 +158,7 @@ void SdlGraphics::createDevice(const PresentParams& params) {
 
 bool SdlGraphics::resetDevice(const PresentParams& params) {
     if (!created_) return false;
-    try {
-        if (params.width != bufferW_ || params.height != bufferH_)
-            makeBackBuffer(params.width, params.height);
-    } catch (const DeviceError&) {
-        return false;
-    }
+    if (params.width != bufferW_ || params.height != bufferH_) makeBackBuffer(params.width, params.height);
     resetStates();
     return true;
 }
@@ -384,10 +379,19 @@ void SdlGraphics::drawText(FontId font, const std::string& text, int left, int t
     const TextImage* img = text_.image(font, text, frame_);
     if (!img) return;
     // Centred across the rectangle, from its top, clipped to it; the font
-    // object keeps its own states, so the game's are left as they were.
-    const float x = static_cast<float>(left + ((right - left) - img->width) / 2) - 0.5f;
-    const float y = static_cast<float>(top) - 0.5f;
-    const float w = static_cast<float>(img->width), h = static_cast<float>(img->height);
+    // object keeps its own states, so the game's are left as they were. A
+    // text wider than its rectangle (a long name in a narrow panel) is drawn
+    // smaller to fit rather than cut off at both ends.
+    const int room = right - left;
+    const bool shrink = img->width > room;
+    float w = static_cast<float>(img->width), h = static_cast<float>(img->height);
+    if (shrink) {
+        h = h * static_cast<float>(room) / w;
+        w = static_cast<float>(room);
+    }
+    const float x = static_cast<float>(shrink ? left : left + (room - img->width) / 2) - 0.5f;
+    // A smaller text keeps the middle of its line where the full one had it.
+    const float y = static_cast<float>(top) + (static_cast<float>(img->height) - h) / 2 - 0.5f;
     uint8_t c[4];
     UnpackArgb(argbColour, c);
     scratch_.assign({{x, y, 0, 1, {c[0], c[1], c[2], c[3]}, 0, 0},
@@ -402,6 +406,9 @@ void SdlGraphics::drawText(FontId font, const std::string& text, int left, int t
     glEnable(GL_BLEND);
     glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA);
     glBindTexture(GL_TEXTURE_2D, img->texture);
+    const GLint filter = shrink ? GL_LINEAR : GL_NEAREST;
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, filter);
+    glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
     GlCombine(false, TopModulate, TaTexture, TaDiffuse);
     GlCombine(true, TopModulate, TaTexture, TaDiffuse);
     loadScreenMatrices();

@@ -2,6 +2,7 @@
 // that each screen's buttons fit the layout without covering each other.
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
 #include <iterator>
 
@@ -95,6 +96,47 @@ TEST(Pictures, ScreensFitTheLayoutAndTheirButtonsDoNotOverlap) {
         EXPECT_GE(mark.X(), zone.X());
         EXPECT_LE(mark.X() + mark.width(), zone.X() + zone.width());
         EXPECT_LE(mark.Y() + mark.height(), zone.Y() + zone.height());
+    }
+}
+
+// Every row a field's text can take, across its whole rectangle, lies on its
+// panel's dark well (white and yellow texts) or light band (black texts):
+// the text lines up with the picture made for it, and a name as wide as the
+// rectangle (the device draws a wider one smaller) stays inside.
+TEST(Pictures, NamesAndTimesSitOnTheBandsMadeForThem) {
+    GuiGame t("wells", 10);
+    ASSERT_TRUE(t.start());
+    struct Case {
+        int16_t state;
+        int panelSlot;
+        std::vector<int> fields;
+    };
+    for (const Case& c :
+         {Case{TrackChoice, 29, {1, 2, 3, 4, 5, 6}}, Case{NameEntry, 35, {1, 2}}, Case{MadeIt, 36, {1}}}) {
+        t.show(c.state);
+        GUI_Button& panel = t.button(c.panelSlot);
+        const Bmp bmp = ReadBmp(t.hp.graphics.textures.at(panel.Texture()));
+        for (int f : c.fields) {
+            const clsFontField& field = t.gui().Field(f);
+            const bool dark = field.Colour() != 0xFF000000u;
+            const int lineHeight = static_cast<int>(std::lround(field.Get_Fontsize() * 96.0 / 72.0 * 1.15));
+            int off = 0;
+            for (int y = field.Top(); y < field.Top() + lineHeight; ++y)
+                for (int x = field.Left(); x < field.Right(); ++x) {
+                    const int px = x - static_cast<int>(panel.X()), py = y - static_cast<int>(panel.Y());
+                    bool ok = px >= 0 && py >= 0 && px < bmp.w && py < bmp.h;
+                    if (ok) {
+                        const uint32_t p = bmp.pixel(px, py);
+                        const int lum = (static_cast<int>((p >> 16) & 255) * 3 +
+                                         static_cast<int>((p >> 8) & 255) * 6 + static_cast<int>(p & 255)) /
+                                        10;
+                        ok = dark ? lum < 80 : lum > 150;
+                    }
+                    off += !ok;
+                }
+            EXPECT_EQ(off, 0) << "screen " << c.state << " field " << f << " (" << field.Left() << ".."
+                              << field.Right() << ", from " << field.Top() << ")";
+        }
     }
 }
 

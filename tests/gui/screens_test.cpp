@@ -2,6 +2,7 @@
 // text fields; the pointer's highlight and click rules; the options.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 #include "level/TrackObjects.h"
@@ -65,7 +66,7 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     EXPECT_EQ(t.field(1), "Test Time");
     EXPECT_EQ(t.field(2), "Stars 2 / of 3");
 
-    const V pages[] = {{1, 2, 38, 40}, {1, 2, 3}, {1, 2, 39, 40, 41}};
+    const V pages[] = {{1, 2, 38, 40, 41}, {1, 2, 3, 40, 41}, {1, 2, 39, 40, 41}};
     for (int p = 0; p < 3; ++p) {
         t.show(static_cast<int16_t>(InstructionsPage1 + p));
         EXPECT_EQ(t.enabled(), pages[p]);
@@ -161,14 +162,14 @@ TEST(Pointer, HighlightsOnlyButtonsWithARolloverAndMovesTheFocus) {
     EXPECT_EQ(t.highlighted(), V{23});
 }
 
-TEST(Pointer, AClickOnTheBorderDoesNothingAndOneInsideActs) {
+TEST(Pointer, AClickJustOffAButtonDoesNothingAndOneOnItsCornerActs) {
     GuiGame t("click");
     ASSERT_TRUE(t.start());
     GUI_Button& play = t.button(19);
-    t.game->Form_MouseDown(1, play.X(), play.Y() + 10);
+    t.game->Form_MouseDown(1, play.X() - 1, play.Y() + 10);
     t.game->Form_MouseDown(1, play.X() + 10, play.Y() + play.height());
     EXPECT_EQ(t.game->GameState, MainMenu);
-    t.game->Form_MouseDown(1, play.X() + 1, play.Y() + 1);
+    t.game->Form_MouseDown(1, play.X(), play.Y());
     EXPECT_EQ(t.game->GameState, ZoneChoice);
     // Main Menu goes back; a click in the empty sky does nothing.
     t.game->Form_MouseDown(1, 790, 590);
@@ -287,6 +288,64 @@ TEST(VideoMode, SwitchingTo1024x768ReplacesTheButtonsAndRebuildsTheScreen) {
     EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
     EXPECT_EQ(t.button(1).X(), 0.0f);
     EXPECT_TRUE(t.button(54).enabled());
+}
+
+TEST(TrackChoice, TheTrackNumberShowsUnderTheArrowsInBothModesRimmedForAnySky) {
+    GuiGame t("tracknumber");
+    ASSERT_TRUE(t.start());
+    for (int mode : {1, 2}) {
+        t.game->ChangeVideoMode(mode);
+        t.show(ZoneChoice);
+        t.click(4);
+        ASSERT_EQ(t.game->GameState, TrackChoice);
+        t.game->RenderFrame();
+        const HeadlessGraphics& d = t.hp.graphics;
+        int white = -1;
+        for (size_t i = 0; i < d.textDrawn.size(); ++i)
+            if (d.textDrawn[i] == "1 / 10" && d.textColours[i] == 0xFFFFFFFFu) white = static_cast<int>(i);
+        ASSERT_GE(white, 0) << "mode " << mode;
+        const auto r = d.textRects[static_cast<size_t>(white)];
+        const int height = mode == 1 ? 600 : 768;
+        EXPECT_GE(r[1], static_cast<int>(t.button(24).Y()) + t.button(24).height()) << "below the arrows";
+        EXPECT_GE(r[3] - r[1], 20) << "room for the line";
+        EXPECT_LE(r[3], height);
+        // A dark rim one pixel all round the white letters, drawn first.
+        int rim = 0;
+        for (int i = 0; i < white; ++i) {
+            const uint32_t c = d.textColours[static_cast<size_t>(i)];
+            const auto q = d.textRects[static_cast<size_t>(i)];
+            const int lum = static_cast<int>(((c >> 16) & 255) + ((c >> 8) & 255) + (c & 255)) / 3;
+            if (d.textDrawn[static_cast<size_t>(i)] == "1 / 10" && lum < 60 && std::abs(q[0] - r[0]) <= 1 &&
+                std::abs(q[1] - r[1]) <= 1)
+                ++rim;
+        }
+        EXPECT_EQ(rim, 8) << "mode " << mode;
+    }
+}
+
+TEST(VideoMode, AFailedSwitchIsLoggedKeepsTheModeInUseAndSavesNothing) {
+    GuiGame t("videofail");
+    const int32_t stored[3] = {50, -400, 1};
+    std::ofstream(t.dir + "options.dat", std::ios::binary)
+        .write(reinterpret_cast<const char*>(stored), sizeof stored);
+    ASSERT_TRUE(t.start());
+    t.show(Options);
+    t.hp.graphics.failResetWidth = 1024;
+    t.click(55);
+    EXPECT_EQ(t.game->dx->VideoMode, 1);
+    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
+    EXPECT_EQ(t.hp.graphics.created.width, 800);
+    EXPECT_EQ(t.button(1).X(), 0.0f);
+    EXPECT_TRUE(t.button(54).enabled());  // 800x600 is still the marked mode
+    EXPECT_EQ(t.game->options->Options.VideoMode, 1);
+    optionsDat reread(t.dir + "options.dat");
+    reread.LoadOptions();
+    EXPECT_EQ(reread.Options.VideoMode, 1);
+    std::ifstream in(t.dir + "Debug.txt");
+    const std::string log((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    EXPECT_NE(log.find("no room for the back buffer -2005532292"), std::string::npos) << log;
+    EXPECT_NE(log.find("Reset failed"), std::string::npos);
+    EXPECT_NE(log.find("Video mode 2 failed, staying at mode 1"), std::string::npos);
 }
 
 TEST(WebSite, OpensTheShippedHomePageAndSurvivesNoBrowser) {

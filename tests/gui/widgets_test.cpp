@@ -58,13 +58,13 @@ TEST(Button, LoadsItsSizeAndPlacesItsCornersWithTheOffsets) {
     EXPECT_EQ(r.b.X(), 112.0f);
     EXPECT_EQ(r.b.Y(), 164.0f);
     const auto& c = r.b.Corners();
-    // Right edge at width, bottom edge at height - 1; depth 1 only top left.
+    // Right edge at width, bottom edge at height; depth 1 only top left.
     EXPECT_EQ(c[0].x, 112.0f);
     EXPECT_EQ(c[0].y, 164.0f);
     EXPECT_EQ(c[0].z, 1.0f);
     EXPECT_EQ(c[1].x, 332.0f);
     EXPECT_EQ(c[1].z, 0.0f);
-    EXPECT_EQ(c[2].y, 211.0f);
+    EXPECT_EQ(c[2].y, 212.0f);
     EXPECT_EQ(c[3].u, 1.0f);
     EXPECT_EQ(c[3].v, 1.0f);
     EXPECT_EQ(c[3].diffuse, 0xFFFFFFFFu);
@@ -76,24 +76,36 @@ TEST(Button, LoadsItsSizeAndPlacesItsCornersWithTheOffsets) {
     EXPECT_THROW(r.b.LoadRollover(Gui + "no_such_picture.bmp", 0), std::runtime_error);
 }
 
-TEST(Button, HitRuleIsStrictOnAllFourBorders) {
+// Pixel centres lie on whole numbers: a quad covers the pixels whose centres
+// are inside it, its left and top edges included, its right and bottom not.
+TEST(Button, ThePixelsAPictureCoversAreExactlyThePixelsThatHitIt) {
     ButtonRig r;
     r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
     r.b.X(290);
     r.b.Y(485);
-    for (const auto& [x, y, in] : std::vector<std::tuple<float, float, bool>>{{290, 500, false},
-                                                                              {291, 500, true},
-                                                                              {510, 500, false},
-                                                                              {509, 500, true},
-                                                                              {400, 485, false},
-                                                                              {400, 486, true},
-                                                                              {400, 533, false},
-                                                                              {400, 532, true}})
-        EXPECT_EQ(r.b.Contains(x, y), in) << x << "," << y;
-    r.offX = 112;
-    r.offY = 84;
-    EXPECT_FALSE(r.b.Contains(300, 500));
-    EXPECT_TRUE(r.b.Contains(403, 570));
+    for (float offset : {0.0f, 112.0f}) {
+        r.offX = offset;
+        r.offY = offset * 0.75f;
+        r.b.OnChangeVideoMode();
+        const auto& c = r.b.Corners();
+        const float midX = r.b.X() + 100, midY = r.b.Y() + 20;
+        int columns = 0, rows = 0;
+        for (float px = r.b.X() - 3; px < r.b.X() + 226; ++px) {
+            const bool drawn = px >= c[0].x && px < c[1].x;
+            columns += drawn;
+            EXPECT_EQ(r.b.Contains(px, midY), drawn) << "column " << px;
+        }
+        for (float py = r.b.Y() - 3; py < r.b.Y() + 54; ++py) {
+            const bool drawn = py >= c[0].y && py < c[2].y;
+            rows += drawn;
+            EXPECT_EQ(r.b.Contains(midX, py), drawn) << "row " << py;
+        }
+        // One pixel of the bitmap each: nothing squeezed or stretched.
+        EXPECT_EQ(columns, 220);
+        EXPECT_EQ(rows, 48);
+    }
+    EXPECT_TRUE(r.b.Contains(402, 569));  // the top-left pixel at 1024x768
+    EXPECT_FALSE(r.b.Contains(401, 569));
 }
 
 TEST(Button, RolloverSoundPlaysOncePerHighlight) {
@@ -195,6 +207,7 @@ TEST(FontField, TheFontIsBuiltOncePerChangeNotPerFrame) {
     HeadlessGraphics device;
     float off = 0;
     clsFontField f(device, off, off);
+    f.Set_Field(0, 200, 500, 800);
     f.Set_FontName("Ariel");
     f.Set_FontSize(18);
     f.Set_Bold(true);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "platform/D3DMath.h"
 #include "platform/sdl/GlTextures.h"
@@ -183,7 +184,7 @@ TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
     const FontId font = device.createFont("Ariel", 18, true);
     ASSERT_NE(font, 0u);
     device.drawText(font, "Quorbit", 0, 500, 800, 560, 0xFFFFFFFFu);
-    device.drawText(font, "WWWWWWWWWWWWWWWW", 390, 200, 410, 260, 0xFFFFFF00u);
+    device.drawText(font, "WWWWWWWWWWWWWWWW", 390, 200, 600, 214, 0xFFFFFF00u);
     shoot("qb_text.png");
     int minX = 800, maxX = -1, minY = 600, maxY = -1, yellowOutside = 0, yellowInside = 0;
     for (int y = 0; y < 600; ++y)
@@ -195,7 +196,7 @@ TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
                 minX = std::min(minX, x), maxX = std::max(maxX, x);
                 minY = std::min(minY, y), maxY = std::max(maxY, y);
             } else if (channel(c, 0) < 100) {
-                (x >= 390 && x < 410 && y >= 200 && y < 260 ? yellowInside : yellowOutside) += 1;
+                (x >= 390 && x < 600 && y >= 200 && y < 214 ? yellowInside : yellowOutside) += 1;
             }
         }
     ASSERT_GE(maxX, 0) << "no text drawn";
@@ -212,6 +213,45 @@ TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
     const uint32_t before = at(minX, minY + 5);
     shoot("qb_text2.png");
     EXPECT_EQ(at(minX, minY + 5), before);
+}
+
+// The widest fifteen-letter name in the fastest-times panel (13 points) and
+// in the name entry (30 points): drawn whole, smaller, inside its rectangle.
+TEST_F(GlDevice, ATextWiderThanItsRectangleIsDrawnSmallerToFit) {
+    const std::string name = "WWWWWWWWWWWWWWW";
+    for (const auto& [points, left, right] : {std::tuple<int, int, int>{13, 49, 211}, {30, 216, 584}}) {
+        const FontId font = device.createFont("Ariel", points, true);
+        ASSERT_NE(font, 0u);
+        // Its own height, drawn where there is room.
+        device.clear(Backdrop, 1.0f);
+        device.drawText(font, name, 0, 100, 800, 200, 0xFFFFFF00u);
+        shoot("qb_name_wide.png");
+        int fullTop = 600, fullBottom = -1;
+        for (int y = 100; y < 200; ++y)
+            for (int x = 0; x < 800; ++x)
+                if (channel(at(x, y), 16) > 128)
+                    fullTop = std::min(fullTop, y), fullBottom = std::max(fullBottom, y);
+        device.clear(Backdrop, 1.0f);
+        device.drawText(font, name, left, 300, right, 400, 0xFFFFFF00u);
+        shoot("qb_name_narrow.png");
+        int minX = 800, maxX = -1, top = 600, bottom = -1;
+        for (int y = 250; y < 450; ++y)
+            for (int x = 0; x < 800; ++x)
+                if (channel(at(x, y), 16) > 128) {
+                    minX = std::min(minX, x), maxX = std::max(maxX, x);
+                    top = std::min(top, y), bottom = std::max(bottom, y);
+                }
+        ASSERT_GE(maxX, 0) << points;
+        // Whole: from one end of the rectangle to the other, nothing outside.
+        EXPECT_GE(minX, left) << points;
+        EXPECT_LE(maxX, right - 1) << points;
+        EXPECT_LE(minX, left + 3) << points;
+        EXPECT_GE(maxX, right - 4) << points;
+        // Smaller: the letters are shorter than at their own size, on the
+        // middle of the same line.
+        EXPECT_LT(bottom - top, (fullBottom - fullTop) * 0.85) << points;
+        EXPECT_NEAR((top + bottom) / 2.0 - 300, (fullTop + fullBottom) / 2.0 - 100, 2.0) << points;
+    }
 }
 
 TEST_F(GlDevice, PointSpriteIsViewportHeightTimesSizeWide) {
