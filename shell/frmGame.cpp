@@ -96,7 +96,11 @@ bool frmGame::startup() {
     // A second game on the same folder would overwrite the first one's
     // times and statistics with its own: it says so and goes.
     if (!LockWriteFolder(platform.paths.writeDir, writeLock)) {
+        // Nothing of the first game's is touched (not even its log); the
+        // device is made only so the message can be drawn in the window
+        // where the desktop shows no box.
         platform.window.show();
+        dx->InitialiseGraphics();
         platform.window.messageBox("Quorbit is already running with its files in " + platform.paths.writeDir +
                                    ". Only one copy can run at a time.");
         exitCode = 1;
