@@ -318,9 +318,9 @@ void Gui::SetupUserTracks(int Direction) {
         .Set_Outline(TrackNumberRim);
     // The track's own sky when the game has it, else the first zone's.
     const LevelStructure& lv = *game_.levels;
-    std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundName();
+    std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundFile();
     std::error_code ec;
-    if (lv.Level(lv.CurrentLevel).BackgroundName().empty() || !std::filesystem::is_regular_file(sky, ec))
+    if (lv.Level(lv.CurrentLevel).BackgroundFile().empty() || !std::filesystem::is_regular_file(sky, ec))
         sky = game_.BackgroundsPath + ZoneSkies[1];
     PreviewTrack(sky);
 }

@@ -12,7 +12,7 @@ bool PatchFileAt(const std::string& path, int64_t offset, const uint8_t* data, s
                  std::string& error) {
     // The file must already exist: a patch into a missing file would create
     // a file that is all zeros up to the patch.
-    const int fd = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    const int fd = ::open(path.c_str(), O_WRONLY | O_NOFOLLOW | O_CLOEXEC);
     if (fd < 0) {
         error = path + ": " + std::strerror(errno);
         return false;

@@ -91,6 +91,18 @@ struct LevelRecord {
         size_t end = Background.find_last_not_of(' ');
         return end == std::string::npos ? std::string() : Background.substr(0, end + 1);
     }
+    // The background name when it is a plain file name inside the
+    // backgrounds folder, else empty: a track file is not allowed to reach
+    // anything else on the disk ("../../etc/passwd").
+    std::string BackgroundFile() const {
+        const std::string name = BackgroundName();
+        return IsPlainFileName(name) ? name : std::string();
+    }
+    // A name with no folder in it: no '/', not "." or "..", no NUL.
+    static bool IsPlainFileName(const std::string& name) {
+        return !name.empty() && name != "." && name != ".." && name.find('/') == std::string::npos &&
+               name.find('\0') == std::string::npos;
+    }
     int32_t TextureNameCount() const {
         return TextureNames.empty() ? 0 : static_cast<int32_t>(TextureNames.size()) - 1;
     }

@@ -1,6 +1,8 @@
 #include "level/LevelStructure.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <fstream>
 
 #include "level/FilePatch.h"
 #include "level/LevelFileWriter.h"
@@ -14,7 +16,10 @@ constexpr int16_t kTrue = -1;
 
 bool LevelStructure::LoadLevels(std::string& error) {
     LevelFileError e;
-    if (ReadLevelFileAt(path_, file_, e)) {
+    std::vector<uint8_t> bytes;
+    if (ReadLevelFileAt(path_, file_, e, &bytes)) {
+        readSize_ = bytes.size();
+        readIndexHash_ = IndexHash(bytes.data(), bytes.size(), LevelCount());
         loadError_.clear();
         error.clear();
         return true;
@@ -46,9 +51,41 @@ bool LevelStructure::ZoneComplete(int32_t zone) const {
     return zone >= 1 && zone <= 6 && file_.ZoneComplete[static_cast<size_t>(zone - 1)] != 0;
 }
 
+uint64_t LevelStructure::IndexHash(const uint8_t* data, size_t size, int32_t count) {
+    // FNV-1a over the count and the index table. The zone flags between
+    // them change with our own patches, so they are left out.
+    const size_t n = std::min(size, static_cast<size_t>(HeaderSize(count)));
+    uint64_t h = 1469598103934665603ull;
+    for (size_t i = 0; i < n; ++i)
+        if (i < 4 || i >= 16) h = (h ^ data[i]) * 1099511628211ull;
+    return h;
+}
+
+bool LevelStructure::stillTheFileRead() const {
+    std::ifstream in(path_, std::ios::binary | std::ios::ate);
+    if (!in) return true;  // the patch itself reports a missing file
+    const auto size = static_cast<int64_t>(in.tellg());
+    std::vector<uint8_t> head(
+        static_cast<size_t>(std::max<int64_t>(0, std::min(HeaderSize(LevelCount()), size))));
+    in.seekg(0);
+    in.read(reinterpret_cast<char*>(head.data()), static_cast<std::streamsize>(head.size()));
+    return static_cast<uint64_t>(size) == readSize_ &&
+           IndexHash(head.data(), head.size(), LevelCount()) == readIndexHash_;
+}
+
 bool LevelStructure::patch(int64_t position, const uint8_t* data, size_t size) {
+    // A file replaced since it was read (another version of the tracks, an
+    // edited copy) has its records elsewhere: a patch at our offsets would
+    // damage it.
+    if (!stillTheFileRead()) {
+        writeError_ = path_ + ": the file has changed since the game read it, so nothing was written into it";
+        SaveError = writeError_;
+        return false;
+    }
     // `position` is 1-based like every file position of the track format.
-    return PatchFileAt(path_, position - 1, data, size, writeError_);
+    if (PatchFileAt(path_, position - 1, data, size, writeError_)) return true;
+    SaveError = writeError_;
+    return false;
 }
 
 bool LevelStructure::SaveAllStarsFlag() {

@@ -49,6 +49,11 @@ public:
     bool TimeQualifies(int32_t seconds, int32_t hundredths) const;
     // Last write error, for the log.
     const std::string& WriteError() const { return writeError_; }
+    // Why the last failed save failed; the game reports it and clears it.
+    std::string SaveError;
+    // A hash of the track count and index table (the zone flags left out),
+    // which says whether a file is still the one that was read.
+    static uint64_t IndexHash(const uint8_t* data, size_t size, int32_t count);
 
     // The table rules on their own, for the tool and the tests.
     static bool TimeQualifies(const FastestTimes& t, int32_t seconds, int32_t hundredths);
@@ -62,11 +67,14 @@ public:
 
 private:
     bool patch(int64_t position, const uint8_t* data, size_t size);
+    bool stillTheFileRead() const;
 
     std::string path_;
     LevelFile file_;
     std::string loadError_;
     std::string writeError_;
+    uint64_t readSize_ = 0;
+    uint64_t readIndexHash_ = 0;
 };
 
 }  // namespace qb

@@ -45,7 +45,7 @@ void TrackObjects::refreshTextureFolder() {
 std::string TrackObjects::ChooseTexture(const LevelRecord& record, int k) const {
     if (k >= 1 && k < static_cast<int>(record.TextureNames.size())) {
         const std::string& name = record.TextureNames[k];
-        if (!name.empty() && textureFiles_.count(name) != 0) return name;
+        if (LevelRecord::IsPlainFileName(name) && textureFiles_.count(name) != 0) return name;
     }
     return "_default.bmp";
 }
@@ -156,7 +156,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
     Gravity = record.Settings.Gravity;
     BuiltLevel = 0;
 
-    if (loadBackground) game_.background->create(game_.BackgroundsPath + record.BackgroundName());
+    if (loadBackground) game_.background->create(game_.BackgroundsPath + record.BackgroundFile());
     game_.ResetFPSCounter();
 }
 

@@ -8,7 +8,11 @@
 
 namespace qb {
 
-bool WriteFileAtomically(const std::string& path, const std::vector<unsigned char>& bytes);
+// False when any step fails; `error` then says which file and why.
+bool WriteFileAtomically(const std::string& path, const std::vector<unsigned char>& bytes,
+                         std::string* error = nullptr);
+// Creates an empty file when there is none (never through a symbolic link).
+bool CreateIfMissing(const std::string& path);
 // Reads the whole file; an absent or unreadable file gives an empty vector.
 std::vector<unsigned char> ReadWholeFile(const std::string& path);
 

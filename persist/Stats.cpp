@@ -68,7 +68,7 @@ void Stats::LoadStats(int32_t count) {
     std::FILE* f = std::fopen(path_.c_str(), "rb");
     if (!f) {
         // Opening for binary access creates the file when it is missing.
-        if (std::FILE* created = std::fopen(path_.c_str(), "ab")) std::fclose(created);
+        CreateIfMissing(path_);
     } else {
         std::fclose(f);
     }
@@ -79,7 +79,10 @@ void Stats::LoadStats(int32_t count) {
 bool Stats::SaveStats() {
     std::vector<unsigned char> bytes = ReadWholeFile(path_);
     Encode(bytes, TotalPlayTime, LevelStats);
-    return WriteFileAtomically(path_, bytes);
+    std::string error;
+    if (WriteFileAtomically(path_, bytes, &error)) return true;
+    SaveError = error;
+    return false;
 }
 
 void Stats::ResetPlayCounters() {

@@ -36,6 +36,8 @@ public:
 
     int32_t TotalPlayTime = 0;
     std::vector<LevelStat> LevelStats = std::vector<LevelStat>(1);  // 1-based; [0] unused
+    // Why the last failed save failed; the game reports it and clears it.
+    std::string SaveError;
     // The run in progress.
     int32_t BlownUpCount = 0;
     int32_t FallenOffCount = 0;

@@ -36,7 +36,7 @@ void optionsDat::LoadOptions() {
     std::FILE* f = std::fopen(path_.c_str(), "rb");
     if (!f) {
         // Opening for binary access creates the file when it is missing.
-        if (std::FILE* created = std::fopen(path_.c_str(), "ab")) std::fclose(created);
+        CreateIfMissing(path_);
         Options = OptionsRecord{};
         return;
     }
@@ -51,7 +51,10 @@ bool optionsDat::SaveOptions() {
     writeLE32(bytes.data(), Options.MusicVolume);
     writeLE32(bytes.data() + 4, Options.SfxVolume);
     writeLE32(bytes.data() + 8, Options.VideoMode);
-    return WriteFileAtomically(path_, bytes);
+    std::string error;
+    if (WriteFileAtomically(path_, bytes, &error)) return true;
+    SaveError = error;
+    return false;
 }
 
 }  // namespace qb

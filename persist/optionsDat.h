@@ -22,6 +22,8 @@ public:
     bool SaveOptions();
 
     OptionsRecord Options;
+    // Why the last failed save failed; the game reports it and clears it.
+    std::string SaveError;
     const std::string& path() const { return path_; }
 
     // The record from raw file bytes, and back.

@@ -1,5 +1,8 @@
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 
@@ -15,6 +18,16 @@ std::string withSlash(std::string dir) {
     return dir;
 }
 }  // namespace
+
+bool LockWriteFolder(const std::string& dir, int& fd) {
+    fd = ::open((dir + "quorbit.lock").c_str(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0644);
+    if (fd < 0) return true;
+    if (::flock(fd, LOCK_EX | LOCK_NB) == 0) return true;
+    const bool held = errno == EWOULDBLOCK;
+    ::close(fd);
+    fd = -1;
+    return !held;
+}
 
 GamePaths ResolveGamePaths(const std::string& gameDir) {
     return ResolveGamePaths(gameDir, ::access(withSlash(gameDir).c_str(), W_OK) == 0);
@@ -35,9 +48,20 @@ GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
         base = noSlash(xdg);
     else if (const char* home = std::getenv("HOME"); home && *home)
         base = noSlash(home) + "/.local/share";
-    else
-        base = "/tmp";
-    p.writeDir = withSlash(base + "/quorbit");
+    if (base.empty() || base.front() != '/') {
+        // A shared folder such as /tmp/quorbit could be anyone's: another
+        // user could read, replace or link our files there. A private folder
+        // for this run only, and the player is told.
+        char private_[] = "/tmp/quorbit-XXXXXX";
+        p.writeDir = ::mkdtemp(private_) ? withSlash(private_) : std::string();
+        p.problem =
+            "Neither XDG_DATA_HOME nor HOME names a folder of yours, so Quorbit keeps your options, "
+            "fastest times and statistics in " +
+            p.writeDir + " for this run only.";
+        base.clear();
+    } else {
+        p.writeDir = withSlash(base + "/quorbit");
+    }
     std::error_code ec;
     fs::create_directories(p.writeDir, ec);
     // The shipped tracks are copied once; from then on fastest times are

@@ -19,6 +19,9 @@ struct GamePaths {
     std::string writeDir;  // options.dat, stats.dat, Debug.txt (and the patched levels.dat), ends with '/'
     // levels.dat to read and patch: writeDir's copy when writeDir differs.
     std::string levelsFile() const { return writeDir + "levels.dat"; }
+    // What the player should know about where files go (empty when all is
+    // well): no home folder, an installed copy that could not be brought over.
+    std::string problem;
 };
 
 struct Platform {
@@ -38,5 +41,11 @@ GamePaths ResolveGamePaths(const std::string& gameDir);
 // The same with the writability test given (root can write anywhere, so
 // tests decide for themselves what counts as a read-only install).
 GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable);
+
+// One game per write folder: takes an advisory lock on dir/quorbit.lock for
+// as long as `fd` stays open. False only when another process holds it; a
+// folder where no lock file can be made is not guarded (nothing can be
+// written there either).
+bool LockWriteFolder(const std::string& dir, int& fd);
 
 }  // namespace qb

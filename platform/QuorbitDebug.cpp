@@ -1,5 +1,9 @@
 #include "platform/QuorbitDebug.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <ctime>
 #include <sstream>
 
@@ -37,7 +41,13 @@ void QuorbitDebug::writeRaw(const std::string& line) {
 
 void QuorbitDebug::Open(const std::string& path, SystemInfo& system, const std::string& today) {
     Close();
-    file_ = std::fopen(path.c_str(), "wb");
+    // The last run's log is kept beside the new one: it tells what went
+    // wrong last time, which a fresh start would otherwise wipe out.
+    if (path.size() > 4 && path.compare(path.size() - 4, 4, ".txt") == 0)
+        std::rename(path.c_str(), (path.substr(0, path.size() - 4) + ".old.txt").c_str());
+    const int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0644);
+    file_ = fd >= 0 ? ::fdopen(fd, "wb") : nullptr;
+    if (!file_ && fd >= 0) ::close(fd);
     if (!file_) return;  // the log never reports its own failures
     std::string date = today;
     if (date.empty()) {

@@ -32,7 +32,9 @@ inline int16_t Whole16(double v) {
 constexpr int32_t kFarthestCoordinate = 1000000000;
 inline int32_t WholeCoordinate(double v) {
     const int32_t w = Whole32(v);
-    return w < -kFarthestCoordinate ? -kFarthestCoordinate : w > kFarthestCoordinate ? kFarthestCoordinate : w;
+    return w < -kFarthestCoordinate  ? -kFarthestCoordinate
+           : w > kFarthestCoordinate ? kFarthestCoordinate
+                                     : w;
 }
 
 }  // namespace qb

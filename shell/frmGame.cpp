@@ -1,5 +1,7 @@
 #include "shell/frmGame.h"
 
+#include <unistd.h>
+
 #include <exception>
 
 #include "audio/DXmusicSFX.h"
@@ -51,7 +53,9 @@ frmGame::frmGame(Platform& p) : platform(p) {
     ghost = std::make_unique<GhostCar>(*this);
 }
 
-frmGame::~frmGame() = default;
+frmGame::~frmGame() {
+    if (writeLock >= 0) ::close(writeLock);
+}
 
 int frmGame::Form_Load() {
     GameState = Starting;
@@ -93,6 +97,19 @@ int frmGame::loadgame() {
 
 bool frmGame::startup() {
     LastAnimatedTextureTick = 0;
+    // A second game on the same folder would overwrite the first one's
+    // times and statistics with its own: it says so and goes.
+    if (!LockWriteFolder(platform.paths.writeDir, writeLock)) {
+        // Nothing of the first game's is touched (not even its log); the
+        // device is made only so the message can be drawn in the window
+        // where the desktop shows no box.
+        platform.window.show();
+        dx->InitialiseGraphics();
+        platform.window.messageBox("Quorbit is already running with its files in " + platform.paths.writeDir +
+                                   ". Only one copy can run at a time.");
+        exitCode = 1;
+        return false;
+    }
     options->LoadOptions();
     dx->VideoMode = options->Options.VideoMode;
     GameState = Loading;
@@ -130,6 +147,10 @@ bool frmGame::startup() {
         return false;
     }
     GameState = MainMenu;
+    if (!platform.paths.problem.empty()) {
+        debug->WriteLine(platform.paths.problem);
+        platform.window.messageBox(platform.paths.problem);
+    }
     std::string levelError;
     if (!levels->LoadLevels(levelError)) {
         debug->WriteLine(levelError);
@@ -159,6 +180,7 @@ void frmGame::mainLoopPass() {
         RenderFrame();
         HandleKeyboard();
         window.processEvents(*this);
+        ReportSaveFailures();
         if (!window.waitForRefresh()) {
             nextMenuPass += PerfFrequency / 60;
             const int64_t now = clock.performanceCounter();
@@ -285,6 +307,20 @@ void frmGame::RenderFrame() {
 
 void frmGame::HandleKeyboard() {
     controls->HandleKeyboard();
+}
+
+void frmGame::ReportSaveFailures() {
+    auto report = [&](std::string& error, const std::string& what) {
+        if (error.empty()) return;
+        const std::string text = "Quorbit could not save " + what + " (" + error +
+                                 "). The game goes on; what was not saved is lost when it ends.";
+        error.clear();
+        debug->WriteLine(text);
+        if (reportedSaves.insert(what).second) platform.window.messageBox(text);
+    };
+    report(levels->SaveError, "the fastest times and all-stars flags");
+    report(stats->SaveError, "the statistics");
+    report(options->SaveError, "the options");
 }
 
 void frmGame::shutdown() {

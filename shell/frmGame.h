@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "platform/Platform.h"
@@ -84,6 +85,8 @@ public:
     void MovePlatforms();
     void StepAnimatedTextures();
     void UpdateFPSCounter() { RaceFrames += 1; }
+    // Tells the player, once per kind, that a save failed and why.
+    void ReportSaveFailures();
 
     // --- WindowEvents -----------------------------------------------------------------
     void onMouseMove(float x, float y) override { Form_MouseMove(x, y); }
@@ -104,6 +107,8 @@ public:
     static constexpr uint32_t AnimatedTextureInterval = 300;  // ms
     bool graphicsReady = false;                               // start-up step 7 succeeded
     int exitCode = 0;
+    int writeLock = -1;  // held while this game writes into its folder
+    std::set<std::string> reportedSaves;
 
     // Run values (the race clock and the current run).
     int32_t RaceFrames = 0;
