@@ -88,6 +88,8 @@ bool SimRun::Start(int32_t track, const std::string& levels, std::string& error)
         return false;
     }
     frmGame& g = *game_;
+    // One drawing per frame: what a frame drew stays there to be looked at.
+    g.SmoothMotion = false;
     try {
         if (!g.startup()) {
             error = "the game did not start";
