@@ -100,6 +100,7 @@ bool frmGame::startup() {
     GameState = Loading;
     debug->Open(platform.paths.writeDir + "Debug.txt", platform.system);
     settings->Load();
+    SmoothMotion = settings->GetBool(SmoothMotionKey, true);
     platform.window.show();
     TexturesPath = platform.paths.gameDir + "textures/";
     BackgroundsPath = platform.paths.gameDir + "backgrounds/";
@@ -184,8 +185,9 @@ void frmGame::runMenuPasses() {
         if (GameState == Playing || !GameRunning || !window.hasFocus()) break;
         key = MenuPictureKey();
         if (stale || key != shown) continue;  // answer at once
-        if (!window.waitForEvent(WaitMs))
-            clock.sleepUntil(clock.performanceCounter() + PerfFrequency * WaitMs / 1000);
+        // A window that cannot wait for events is looked at again after
+        // one refresh, so that a key is still answered in time.
+        if (!window.waitForEvent(WaitMs)) clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 60);
     }
 }
 

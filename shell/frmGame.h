@@ -126,7 +126,8 @@ public:
     // Drawings at the display's refresh, placing what moves between the last
     // two play frames; off: one drawing per play frame.
     bool SmoothMotion = true;
-    float DrawBlend = 1.0f;    // what the drawing in progress uses
+    static constexpr const char* SmoothMotionKey = "smooth_motion";  // in settings.cfg
+    float DrawBlend = 1.0f;                                          // what the drawing in progress uses
     int64_t NextFrameDue = 0;  // counter value after which the next play frame runs (smooth)
     Vector3 DrawnEyeFrom{0, 25, -18}, DrawnLookAtFrom{0, 8, 0};
     int exitCode = 0;

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <fstream>
 
+#include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
 #include "persist/Stats.h"
@@ -220,6 +222,48 @@ TEST(SmoothMotion, PlayFramesKeepTheirPaceWhileDrawingsComeBetween) {
     // About 60 drawings a second over the two seconds of play.
     const double seconds = static_cast<double>(starts.back() - starts.front()) / 1e6;
     EXPECT_NEAR(t.hp.graphics.presentCount / seconds, 60.0, 6.0);
+}
+
+}  // namespace
+}  // namespace qb
+
+namespace qb {
+namespace {
+
+TEST(SmoothMotion, OnUnlessTheSettingsFileTurnsItOff) {
+    {
+        test::TestGame t("smooth-default");
+        ASSERT_TRUE(t.game->startup());
+        EXPECT_TRUE(t.game->SmoothMotion);
+    }
+    test::TestGame t("smooth-off");
+    std::ofstream(t.writeDir + "settings.cfg") << "# mine\nsmooth_motion = off\n";
+    ASSERT_TRUE(t.game->startup());
+    EXPECT_FALSE(t.game->SmoothMotion);
+}
+
+// A still menu waits instead of drawing the same picture again; anything
+// that changes it is drawn at once.
+TEST(IdleMenu, DrawnOnlyWhenSomethingOnItChanges) {
+    test::TestGame t("idle-menu");
+    frmGame& g = *t.game;
+    ASSERT_TRUE(g.startup());
+    int passes = 0;
+    std::vector<int64_t> drawings;
+    t.hp.window.onProcess = [&](WindowEvents& w) {
+        ++passes;
+        if (passes % 10 == 0) drawings.push_back(g.MenuDrawings);
+        if (passes == 10) w.onMouseMove(5, 5);           // over nothing: the picture stays
+        if (passes == 20) w.onMouseMove(400, 320 + 20);  // onto OPTIONS: its highlight
+        if (passes == 30) w.onMouseMove(401, 320 + 21);  // still on it: nothing new
+        if (passes == 40) w.onClose();
+    };
+    const int64_t start = t.hp.clock.now;
+    g.runMainLoop();
+    EXPECT_EQ(drawings, (std::vector<int64_t>{1, 1, 2, 2}));
+    EXPECT_TRUE(g.gui->Button(20).IsMouseOver());
+    // Idle passes waited rather than spun.
+    EXPECT_GE(t.hp.clock.now - start, 39 * 16000);
 }
 
 }  // namespace
