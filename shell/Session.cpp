@@ -97,14 +97,9 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
 }
 
 void frmGame::DrawPlayerAndParticles() {
-<<<<<<< HEAD
-    player->draw();
-    ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
-    particles->draw();
-=======
     player->draw(DrawBlend);
+    ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
     particles->draw(DrawBlend);
->>>>>>> 476644f (Smooth motion: play frames move things, drawings at the refresh place them between the last two frames; idle menus are drawn only when they change)
 }
 
 }  // namespace qb
