@@ -27,6 +27,7 @@ void clsParticles::create() {
 
 void clsParticles::resetParticles() {
     count_ = 0;
+    drawnFrom_.clear();
     particles_.resize(1);
     vertices_.resize(1);
 }
@@ -120,16 +121,38 @@ void clsParticles::UpdateParticles() {
     }
 }
 
-void clsParticles::draw() {
-    UpdateParticles();
+void clsParticles::KeepDrawnState() {
+    drawnFrom_.resize(static_cast<size_t>(count_));
+    for (int32_t k = 0; k < count_; ++k)
+        drawnFrom_[static_cast<size_t>(k)] = particles_[static_cast<size_t>(k)].position;
+}
+
+void clsParticles::draw(float blend) {
     if (count_ <= 0) return;
+    const PointVertex* shown = vertices_.data();
+    if (blend < 1.0f) {
+        // Sparks born since the last play frame, and dead ones, have no
+        // path to follow: they stand where they are.
+        between_.assign(vertices_.begin(), vertices_.begin() + count_);
+        const int32_t known = std::min(count_, static_cast<int32_t>(drawnFrom_.size()));
+        for (int32_t k = 0; k < known; ++k) {
+            const Particle& p = particles_[static_cast<size_t>(k)];
+            if (p.dead != 0) continue;
+            const Vector3 at = Lerp(drawnFrom_[static_cast<size_t>(k)], p.position, blend);
+            PointVertex& v = between_[static_cast<size_t>(k)];
+            v.x = at.x;
+            v.y = at.y;
+            v.z = at.z;
+        }
+        shown = between_.data();
+    }
     GraphicsDevice& device = game_.platform.graphics;
     device.setTransform(TransformKind::World, MatrixIdentity());
     device.setRenderState(RenderState::AlphaBlendEnable, 1);
     device.setRenderState(RenderState::ZWriteEnable, 0);
     device.setTexture(texture_);
     device.setRenderState(RenderState::PointSize, FloatToDWord(0.03f));
-    device.drawPointVertices(vertices_.data(), count_);
+    device.drawPointVertices(shown, count_);
     device.setRenderState(RenderState::ZWriteEnable, 1);
 }
 

@@ -38,7 +38,13 @@ public:
     void create();
     void resetParticles();
     void AddStarExplosion(float& x, float& y, float& z);
-    void draw();
+    // One play frame of motion, fading and ageing.
+    void UpdateParticles();
+    // Draws the sparks `blend` of the way from where the last play frame
+    // found them to where they are now (1: where they are).
+    void draw(float blend = 1.0f);
+    // The present positions become the ones drawings start from.
+    void KeepDrawnState();
     // 0.1 .. 10.0 in steps of 0.1.
     float RandomColour();
 
@@ -54,13 +60,14 @@ public:
     void Seed(uint32_t seed) { random_.seed(seed); }
 
 private:
-    void UpdateParticles();
     float Rnd();
 
     frmGame& game_;
     int32_t count_ = 0;
     std::vector<Particle> particles_ = std::vector<Particle>(1);
     std::vector<PointVertex> vertices_ = std::vector<PointVertex>(1);
+    std::vector<Vector3> drawnFrom_;  // positions at the last play frame
+    std::vector<PointVertex> between_;
     TextureId texture_ = 0;
     uint32_t lastUpdate_ = 0;
     std::mt19937 random_{20030611u};

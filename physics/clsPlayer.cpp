@@ -120,7 +120,10 @@ void clsPlayer::resetPLayer() {
     dead_ = false;
     spinAngle_ = 720;
     bouncePadActive_ = false;
+    spinShown_ = false;
+    skid_ = 0;
     InitCollisionPoints();
+    KeepDrawnState();
 }
 
 void clsPlayer::InitCollisionPoints() {
@@ -145,41 +148,29 @@ Vector4 clsPlayer::CalculateCollisionBoxCentre() const {
     return Vector4{x_, AddD(y_, 0.4), AddD(z_, -0.4), 1.0f};
 }
 
-void clsPlayer::draw() {
+void clsPlayer::Move() {
     if (exploding_) {
-        drawExploding();
+        explodeStep();
         return;
     }
-    GraphicsDevice& device = game_.platform.graphics;
     x_ += horizontal_;
     y_ += vertical_;
     z_ += forward_;
 
-    world_ = MatrixIdentity();
+    skid_ = 0;
     if (onIce_) {
         // Sliding without steering: the nose turns into the slide.
         const KeyboardControls& keys = *game_.controls;
         if (horizontal_ > 0 && !keys.SteeringRight())
-            world_ = MatrixMultiply(world_, MatrixRotationY(-SkidYaw));
+            skid_ = 1;
         else if (horizontal_ < 0 && !keys.SteeringLeft())
-            world_ = MatrixMultiply(world_, MatrixRotationY(SkidYaw));
+            skid_ = -1;
     }
+    spinShown_ = bouncePadActive_;
     if (bouncePadActive_) {
-        // Two turns about the vertical through the middle of the footprint.
-        scratch1_ = MatrixTranslation(0, 0, 0.4f);
-        world_ = MatrixMultiply(world_, scratch1_);
-        scratch2_ = MatrixRotationY(static_cast<float>(-static_cast<double>(spinAngle_) * DegreesToRadians));
-        world_ = MatrixMultiply(world_, scratch2_);
-        scratch1_ = MatrixTranslation(0, 0, -0.4f);
-        world_ = MatrixMultiply(world_, scratch1_);
+        shownSpin_ = spinAngle_;
         spinAngle_ = AddD(spinAngle_, 30);
         if (spinAngle_ > 720) bouncePadActive_ = false;
-    }
-    world_ = MatrixMultiply(world_, MatrixTranslation(x_, y_, z_));
-    device.setTransform(TransformKind::World, world_);
-    for (size_t i = 0; i < materials_.size(); ++i) {
-        device.setTexture(textures_[i]);
-        device.drawMeshSubset(mesh_, static_cast<int>(i));
     }
 
     // The camera rides along the track, never sideways or up.
@@ -188,10 +179,46 @@ void clsPlayer::draw() {
     dx.CameraLookAt.z += forward_;
     dx.SetView();
 
-    game_.shadow->draw();
+    game_.shadow->Place();
 }
 
-void clsPlayer::drawExploding() {
+void clsPlayer::KeepDrawnState() {
+    drawnFrom_ = GetPosition();
+    drawnSpin_ = spinShown_ ? shownSpin_ : 0;
+}
+
+void clsPlayer::draw(float blend) {
+    if (exploding_) {
+        drawExploding();
+        return;
+    }
+    GraphicsDevice& device = game_.platform.graphics;
+    world_ = MatrixIdentity();
+    if (skid_ > 0)
+        world_ = MatrixMultiply(world_, MatrixRotationY(-SkidYaw));
+    else if (skid_ < 0)
+        world_ = MatrixMultiply(world_, MatrixRotationY(SkidYaw));
+    if (spinShown_) {
+        // Two turns about the vertical through the middle of the footprint.
+        const float angle = Lerp(drawnSpin_, shownSpin_, blend);
+        scratch1_ = MatrixTranslation(0, 0, 0.4f);
+        world_ = MatrixMultiply(world_, scratch1_);
+        scratch2_ = MatrixRotationY(static_cast<float>(-static_cast<double>(angle) * DegreesToRadians));
+        world_ = MatrixMultiply(world_, scratch2_);
+        scratch1_ = MatrixTranslation(0, 0, -0.4f);
+        world_ = MatrixMultiply(world_, scratch1_);
+    }
+    const Vector3 at = DrawnPosition(blend);
+    world_ = MatrixMultiply(world_, MatrixTranslation(at.x, at.y, at.z));
+    device.setTransform(TransformKind::World, world_);
+    for (size_t i = 0; i < materials_.size(); ++i) {
+        device.setTexture(textures_[i]);
+        device.drawMeshSubset(mesh_, static_cast<int>(i));
+    }
+    game_.shadow->draw(Vec3Subtract(at, GetPosition()));
+}
+
+void clsPlayer::explodeStep() {
     spinAngle_ = 1080;
     if (explodeFrame_ == 1) game_.sound->PlayEffect(SfxBlowUp);
     if (explodeFrame_ == ExplosionFrames) {
@@ -205,6 +232,9 @@ void clsPlayer::drawExploding() {
         explodeFrame_ += 1;
         explodeFrameTime_ = now;
     }
+}
+
+void clsPlayer::drawExploding() {
     if (explodeFrame_ < 15) {
         GraphicsDevice& device = game_.platform.graphics;
         device.setRenderState(RenderState::PointSize, FloatToDWord(0.06f));

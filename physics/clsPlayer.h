@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/D3DMath.h"
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
 
@@ -53,9 +54,16 @@ public:
     float HorizontalVelocity() const { return horizontal_; }
     void accelerate();
     void deccelerate();
-    // One frame: move, draw, follow with the camera, lay the shadow; or one
-    // frame of the explosion.
-    void draw();
+    // One play frame: move by the speeds, take the camera along and lay the
+    // shadow; or one frame of the explosion.
+    void Move();
+    // Draws the car (or the explosion) `blend` of the way from where the
+    // last play frame found it to where it is now (1: where it is).
+    void draw(float blend = 1.0f);
+    // The present place and turn become the ones drawings start from.
+    void KeepDrawnState();
+    // Where a drawing `blend` of the way through the frame shows the car.
+    Vector3 DrawnPosition(float blend) const { return Lerp(drawnFrom_, GetPosition(), blend); }
     // Loads the model and the explosion frames, then resets.
     void load(const std::string& modelFile);
     void explode();
@@ -84,6 +92,7 @@ public:
 private:
     void InitCollisionPoints();
     void releaseModel();
+    void explodeStep();
     void drawExploding();
 
     frmGame& game_;
@@ -105,6 +114,12 @@ private:
     std::vector<TextureId> textures_;
     std::array<TextureId, ExplosionFrames + 1> explosion_{};  // 1..16
     Matrix4 world_, scratch1_, scratch2_;
+    // What the drawings show: the place and bounce-pad turn of the last play
+    // frame and of the one before, and the skid (-1, 0, 1).
+    Vector3 drawnFrom_{0, 3, 1};
+    float shownSpin_ = 0, drawnSpin_ = 0;
+    bool spinShown_ = false;
+    int skid_ = 0;
 };
 
 }  // namespace qb

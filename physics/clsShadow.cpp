@@ -169,7 +169,7 @@ Vector3 clsShadow::FindDropPoint(const Vector3& probe, ShadowQuarter& record, ui
     return result;
 }
 
-void clsShadow::draw() {
+void clsShadow::Place() {
     const clsPlayer& pl = *game_.player;
     const TrackObjects& t = *game_.track;
     const float x = pl.Posx(), y = pl.PosY(), z = pl.Posz(), f = pl.ForwardVelocity();
@@ -306,11 +306,17 @@ void clsShadow::draw() {
         buffer_ = device.createVertexBuffer(vertices_.data(), VertexCount);
     else
         device.updateVertexBuffer(buffer_, vertices_.data(), VertexCount);
+    for (Vector3& o : origins_) o.y = static_cast<float>(static_cast<double>(o.y) + 0.1);
+}
+
+void clsShadow::draw(const Vector3& offset) {
+    if (buffer_ == 0) return;
+    GraphicsDevice& device = game_.platform.graphics;
     setBlending();
     for (int q = 0; q < 4; ++q) {
-        Vector3& o = origins_[q];
-        o.y = static_cast<float>(static_cast<double>(o.y) + 0.1);
-        device.setTransform(TransformKind::World, MatrixTranslation(o.x, o.y, o.z));
+        const Vector3& o = origins_[q];
+        device.setTransform(TransformKind::World,
+                            MatrixTranslation(o.x + offset.x, o.y + offset.y, o.z + offset.z));
         device.drawBuffer(Primitive::TriangleList, buffer_, 6 * q, 2);
     }
 }

@@ -40,7 +40,11 @@ public:
     void create();
     // Draws the pieces as they are, without searching.
     void draw2();
-    void draw();
+    // Finds where the four pieces lie under the car as it is now.
+    void Place();
+    // Draws the pieces as placed, moved by `offset` (a drawing between two
+    // play frames shows the car short of where it is).
+    void draw(const Vector3& offset = Vector3{});
 
     // The last draw's work, for the tests.
     const std::array<ShadowQuarter, 4>& Quarters() const { return quarters_; }

@@ -24,4 +24,13 @@ Vector3 Vec3Cross(const Vector3& a, const Vector3& b);
 float Vec3Dot(const Vector3& a, const Vector3& b);
 Vector3 Vec3Normalize(const Vector3& v);
 
+// The point `t` of the way from a to b (t = 0 gives a, t = 1 gives b): a
+// drawing between two play frames places moving things with it.
+inline float Lerp(float a, float b, float t) {
+    return t >= 1.0f ? b : a + (b - a) * t;
+}
+inline Vector3 Lerp(const Vector3& a, const Vector3& b, float t) {
+    return Vector3{Lerp(a.x, b.x, t), Lerp(a.y, b.y, t), Lerp(a.z, b.z, t)};
+}
+
 }  // namespace qb

@@ -28,6 +28,15 @@ public:
     // Waits for the next display refresh where the display paces us, else
     // returns false so the caller paces itself.
     virtual bool waitForRefresh() = 0;
+    // Waits up to timeoutMs for the next window event (it stays pending).
+    // False when this window cannot wait: the caller sleeps instead.
+    virtual bool waitForEvent(int timeoutMs) {
+        (void)timeoutMs;
+        return false;
+    }
+    // True once after the window showed or changed size: the picture on it
+    // must be drawn again even if nothing in it changed.
+    virtual bool takeRedrawRequest() { return false; }
 };
 
 }  // namespace qb

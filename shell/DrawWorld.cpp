@@ -9,15 +9,16 @@ namespace qb {
 void frmGame::DrawWorld(bool showAll) {
     background->draw();
     TrackObjects& t = *track;
-    const WorldFrame frame = t.Frame(GameState == Playing);
+    // Only play draws between two play frames; menus show things as they are.
+    const float blend = GameState == Playing ? DrawBlend : 1.0f;
     // While driving only the stretch from 25 units behind the car to 50
-    // ahead is drawn; blocks out of it also stop falling and bouncing.
+    // ahead is drawn.
     const float posz = player->Posz();
     const float behind = posz - 25.0f, ahead = posz + 50.0f;
     for (int32_t i = 0; i <= t.BlockUpper; ++i) {
         clsBlock& b = *t.blocks[i];
         const float z = static_cast<float>(b.Zpos());
-        if (showAll || (behind < z + b.scalez() && ahead > z)) b.draw(frame);
+        if (showAll || (behind < z + b.scalez() && ahead > z)) b.draw(blend);
     }
     for (int32_t i = 0; i <= t.RampUpper; ++i) {
         clsRamp& r = *t.ramps[i];
@@ -25,8 +26,8 @@ void frmGame::DrawWorld(bool showAll) {
         if (showAll || (behind < static_cast<float>(z + r.scalez()) && ahead > static_cast<float>(z)))
             r.draw();
     }
-    for (int32_t i = 0; i <= t.PlatformUpper; ++i) t.platforms[i]->draw();
-    for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->draw(frame);
+    for (int32_t i = 0; i <= t.PlatformUpper; ++i) t.platforms[i]->draw(blend);
+    for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->draw(blend);
 }
 
 void frmGame::MovePlatforms() {

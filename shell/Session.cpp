@@ -10,6 +10,7 @@
 #include "persist/Stats.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
+#include "physics/clsShadow.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
 #include "shell/GhostCar.h"
@@ -34,6 +35,8 @@ void frmGame::startPlaying() {
     replays->Forget();
     ghost->Prepare();
     clock->Update();
+    shadow->Place();
+    KeepDrawnState();
 }
 
 void frmGame::resetgame(bool winLevel) {
@@ -53,6 +56,8 @@ void frmGame::resetgame(bool winLevel) {
     if (winLevel) sound->PlayMusic(MusicWin);
     if (!stats->FoldPlay(levels->CurrentLevel, elapsed)) debug->WriteLine("Could not write stats.dat");
     ResetFPSCounter();
+    shadow->Place();
+    KeepDrawnState();
 }
 
 void frmGame::Winlevel() {
@@ -93,9 +98,9 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
 }
 
 void frmGame::DrawPlayerAndParticles() {
-    player->draw();
+    player->draw(DrawBlend);
     ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
-    particles->draw();
+    particles->draw(DrawBlend);
 }
 
 }  // namespace qb

@@ -97,6 +97,8 @@ bool SimRun::Start(int32_t track, const std::string& levels, std::string& error)
         error = std::string("the game did not start: ") + e.what();
         return false;
     }
+    // One drawing per frame: what a frame drew stays there to be looked at.
+    g.SmoothMotion = false;
     if (!g.levels->HasLevel(track)) {
         error = "track " + std::to_string(track) + " is not in " + levels + " (it holds " +
                 std::to_string(g.levels->LevelCount()) + " tracks)";

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <exception>
 
 #include "audio/DXmusicSFX.h"
@@ -15,6 +16,7 @@
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
 #include "physics/clsShadow.h"
+#include "platform/D3DMath.h"
 #include "platform/DirectInput.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
@@ -115,6 +117,7 @@ bool frmGame::startup() {
     GameState = Loading;
     debug->Open(platform.paths.writeDir + "Debug.txt", platform.system);
     settings->Load();
+    SmoothMotion = settings->GetBool(SmoothMotionKey, true);
     platform.window.show();
     TexturesPath = platform.paths.gameDir + "textures/";
     BackgroundsPath = platform.paths.gameDir + "backgrounds/";
@@ -173,26 +176,54 @@ void frmGame::mainLoopPass() {
     Clock& clock = platform.clock;
     Window& window = platform.window;
     FrameStartCount = clock.performanceCounter();
+    runMenuPasses();
+    runPlayPasses();
+    window.processEvents(*this);
+    // Without the focus in the menus only window events are processed.
+    if (GameRunning && !window.hasFocus() && GameState != Playing)
+        clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 100);
+}
 
-    // Menu passes, paced to the display refresh (or 60 a second without one).
-    int64_t nextMenuPass = clock.performanceCounter();
+void frmGame::runMenuPasses() {
+    Clock& clock = platform.clock;
+    Window& window = platform.window;
+    // A still menu is not drawn again: the picture on screen stays right
+    // until something on it changes or the window needs it again.
+    bool stale = true;
+    uint64_t shown = 0;
+    constexpr int WaitMs = 250;  // a safety net: nothing in a menu moves by itself
     while (window.hasFocus() && GameState != Playing && GameRunning) {
-        RenderFrame();
+        uint64_t key = MenuPictureKey();
+        if (stale || key != shown) {
+            RenderFrame();
+            ++MenuDrawings;
+            shown = key;
+            stale = false;
+        }
         HandleKeyboard();
         window.processEvents(*this);
         ReportSaveFailures();
-        if (!window.waitForRefresh()) {
-            nextMenuPass += PerfFrequency / 60;
-            const int64_t now = clock.performanceCounter();
-            if (nextMenuPass < now) nextMenuPass = now;
-            clock.sleepUntil(nextMenuPass);
-        }
+        if (window.takeRedrawRequest()) stale = true;
+        if (GameState == Playing || !GameRunning || !window.hasFocus()) break;
+        key = MenuPictureKey();
+        if (stale || key != shown) continue;  // answer at once
+        // A window that cannot wait for events is looked at again after
+        // one refresh, so that a key is still answered in time.
+        if (!window.waitForEvent(WaitMs)) clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 60);
     }
+}
 
+void frmGame::runPlayPasses() {
+    Clock& clock = platform.clock;
+    Window& window = platform.window;
     // Play passes: frames start more than FrameInterval apart; between them we sleep.
     const int64_t interval =
         static_cast<int64_t>(FrameInterval * static_cast<double>(PerfFrequency) / 1000.0);
+    const int64_t refresh = PerfFrequency / 60;
+    const int64_t onTime = PerfFrequency / 1000;
     bool musicPausedForFocus = false;
+    NextFrameDue = FrameStartCount + interval;
+    int64_t nextDrawing = clock.performanceCounter();
     while (GameState == Playing && GameRunning) {
         if (window.hasFocus()) {
             // A GL device is never lost, so no device reset comes to resume
@@ -201,31 +232,57 @@ void frmGame::mainLoopPass() {
                 musicPausedForFocus = false;
                 sound->ResumeMusic();
             }
-            while (static_cast<double>(NowCount - FrameStartCount) / static_cast<double>(PerfFrequency) *
-                       1000.0 >
-                   FrameInterval) {
-                playFrame();
+            if (SmoothMotion) {
+                NowCount = clock.performanceCounter();
+                while (NowCount > NextFrameDue) {
+                    const int64_t late = NowCount - NextFrameDue;
+                    playFrame();
+                    // A frame started on time sets the next one an interval
+                    // after its own start, as always. One the display's
+                    // refresh held back keeps the steady beat instead, so
+                    // that play still runs 25 frames a second; after a
+                    // stall the beat starts afresh (no debt).
+                    if (late <= onTime || late > interval)
+                        NextFrameDue = FrameStartCount + interval;
+                    else
+                        NextFrameDue += interval;
+                    NowCount = clock.performanceCounter();
+                }
+                if (GameState == Playing) {
+                    DrawBlend = BlendAt(NowCount);
+                    RenderFrame();
+                    DrawBlend = 1.0f;
+                }
+            } else {
+                while (static_cast<double>(NowCount - FrameStartCount) / static_cast<double>(PerfFrequency) *
+                           1000.0 >
+                       FrameInterval) {
+                    playFrame();
+                    NowCount = clock.performanceCounter();
+                }
                 NowCount = clock.performanceCounter();
             }
-            NowCount = clock.performanceCounter();
         } else {
             sound->PauseMusic();
             musicPausedForFocus = true;
         }
         window.processEvents(*this);
         if (GameState != Playing || !GameRunning) break;
-        if (window.hasFocus()) {
+        if (!window.hasFocus()) {
+            clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 100);
+        } else if (!SmoothMotion) {
             // Sleep until just past the next frame's start, then measure again.
             clock.sleepUntil(FrameStartCount + interval + 1);
             NowCount = clock.performanceCounter();
-        } else {
-            clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 100);
+        } else if (!window.waitForRefresh()) {
+            // No display pacing: draw at most 60 times a second, and wake
+            // for a play frame exactly when it falls due.
+            nextDrawing += refresh;
+            const int64_t now = clock.performanceCounter();
+            if (nextDrawing < now) nextDrawing = now;
+            clock.sleepUntil(std::min(nextDrawing, NextFrameDue + 1));
         }
     }
-    window.processEvents(*this);
-    // Without the focus in the menus only window events are processed.
-    if (GameRunning && !window.hasFocus() && GameState != Playing)
-        clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 100);
 }
 
 void frmGame::playFrame() {
@@ -233,6 +290,7 @@ void frmGame::playFrame() {
     if (player->DeathStatus()) resetgame(false);
     DriveActed = false;
     const uint32_t runs = recorder->Runs();
+    KeepDrawnState();
     HandleKeyboard();
     if (recorder->Runs() != runs)
         recorder->Record(0);  // restarted by a key: the new run's first frame drove nothing
@@ -242,7 +300,8 @@ void frmGame::playFrame() {
         recorder->Spoil();
     collision->CheckCollisions(*this);
     MovePlatforms();
-    RenderFrame();
+    AdvanceMotion();
+    if (!SmoothMotion) RenderFrame();
     platform.window.processEvents(*this);
     const uint32_t now = platform.clock.tickCount();
     if (now - LastAnimatedTextureTick > AnimatedTextureInterval) {
@@ -267,6 +326,11 @@ void frmGame::RenderFrame() {
             DrawButtons();
             break;
         case Playing:
+            // The camera too is drawn between the last two play frames.
+            device.setTransform(
+                TransformKind::View,
+                MatrixLookAtLH(Lerp(DrawnEyeFrom, dx->CameraEye, DrawBlend),
+                               Lerp(DrawnLookAtFrom, dx->CameraLookAt, DrawBlend), Vector3{0, 1, 0}));
             DrawWorld(false);
             DrawPlayerAndParticles();
             DrawTextFields();

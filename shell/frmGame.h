@@ -56,6 +56,17 @@ public:
     // One pass of the main loop's outer body; tests drive the loop with it.
     void mainLoopPass();
     void runMainLoop();
+    // Menu passes: each handles the keyboard and window events and draws the
+    // menu only when its picture changed; with nothing to do it waits for
+    // the next event.
+    void runMenuPasses();
+    // Play passes: play frames at their fixed pace, drawn once each, or
+    // (smooth) drawings at the display's refresh between them.
+    void runPlayPasses();
+    // A number that changes whenever anything a menu shows changes.
+    uint64_t MenuPictureKey() const;
+    // Menu drawings so far (counted for the tests and the bench).
+    int64_t MenuDrawings = 0;
     void shutdown();
     // One play frame, in its fixed order.
     void playFrame();
@@ -84,6 +95,16 @@ public:
     void DrawButtons();
     void MovePlatforms();
     void StepAnimatedTextures();
+    // The moving parts of a play frame that drawing once did along the way:
+    // falling and bouncing blocks, spinning stars, the car with the camera,
+    // the sparks. Only while playing; the same whether drawings are smooth.
+    void AdvanceMotion();
+    // Everything now in place becomes where drawings start from until the
+    // next play frame has moved it.
+    void KeepDrawnState();
+    // How far the next drawing is between the last two play frames (0..1),
+    // from the time since the last one started.
+    float BlendAt(int64_t counter) const;
     void UpdateFPSCounter() { RaceFrames += 1; }
     // Tells the player, once per kind, that a save failed and why.
     void ReportSaveFailures();
@@ -106,6 +127,13 @@ public:
     static constexpr double FrameInterval = 40.0;             // ms between play frames
     static constexpr uint32_t AnimatedTextureInterval = 300;  // ms
     bool graphicsReady = false;                               // start-up step 7 succeeded
+    // Drawings at the display's refresh, placing what moves between the last
+    // two play frames; off: one drawing per play frame.
+    bool SmoothMotion = true;
+    static constexpr const char* SmoothMotionKey = "smooth_motion";  // in settings.cfg
+    float DrawBlend = 1.0f;                                          // what the drawing in progress uses
+    int64_t NextFrameDue = 0;  // counter value after which the next play frame runs (smooth)
+    Vector3 DrawnEyeFrom{0, 25, -18}, DrawnLookAtFrom{0, 8, 0};
     int exitCode = 0;
     int writeLock = -1;  // held while this game writes into its folder
     std::set<std::string> reportedSaves;

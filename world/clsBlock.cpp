@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/D3DMath.h"
 #include "platform/WholeNumbers.h"
 #include "world/AnimatedTextures.h"
 #include "world/BoxShape.h"
@@ -41,7 +42,7 @@ void clsBlock::Fall() {
     falling_ = true;
 }
 
-void clsBlock::draw(const WorldFrame& frame) {
+void clsBlock::draw(float blend) {
     GraphicsDevice& device = res_.device;
     // scaling(size) followed by translation(position), written out directly.
     Matrix4 world;
@@ -49,13 +50,16 @@ void clsBlock::draw(const WorldFrame& frame) {
     world.m[1][1] = sizeY_;
     world.m[2][2] = sizeZ_;
     world.m[3][0] = x_;
-    world.m[3][1] = y_;
+    world.m[3][1] = Lerp(drawnY_, y_, blend);
     world.m[3][2] = z_;
     device.setTransform(TransformKind::World, world);
     for (int f = 0; f < 4; ++f) {
         device.setTexture(faces_[f].texture);
         device.drawBuffer(Primitive::TriangleList, buffer_, f * 6, 2);
     }
+}
+
+void clsBlock::Advance(const WorldFrame& frame) {
     if (!frame.playing) return;
 
     if (falling_) {
@@ -80,7 +84,7 @@ void clsBlock::draw(const WorldFrame& frame) {
 }
 
 void clsBlock::Ypos(float value) {
-    if (value > -1.0f) y_ = value;
+    if (value > -1.0f) y_ = drawnY_ = value;
 }
 
 int32_t clsBlock::Zpos() const {
@@ -103,7 +107,7 @@ void clsBlock::create(float x, float y, float z, float sx, float sy, float sz) {
     BuildBoxVertices(vertices_, SideColour, TopColour);
     UploadVertices();
     x_ = x;
-    y_ = y;
+    y_ = drawnY_ = y;
     z_ = z;
     sizeX_ = sx;
     sizeY_ = sy;

@@ -42,8 +42,13 @@ public:
     void ScaleTextureSide(uint8_t value) { scaleTextureSide_ = value; }
     uint8_t ScaleTextureTop() const { return scaleTextureTop_; }
     void ScaleTextureTop(uint8_t value) { scaleTextureTop_ = value; }
-    // Draws the block; while playing, then advances a fall or a bounce.
-    void draw(const WorldFrame& frame);
+    // One play frame of a fall or a bounce (nothing outside play).
+    void Advance(const WorldFrame& frame);
+    // Draws the block `blend` of the way from where the last play frame
+    // found it to where it is now (1: where it is).
+    void draw(float blend = 1.0f);
+    // The present height becomes the one drawings start from.
+    void KeepDrawnState() { drawnY_ = y_; }
     float fallvel() const { return fallvel_; }
     uint8_t changeactioncode() const { return actionCode_; }
     void changeactioncode(uint8_t code) { actionCode_ = code; }
@@ -103,6 +108,7 @@ private:
     WorldResources& res_;
     std::array<BlockVertex, VertexCount> vertices_{};
     float x_ = 0, y_ = 0, z_ = 0;
+    float drawnY_ = 0;
     float sizeX_ = 0, sizeY_ = 0, sizeZ_ = 0;
     uint8_t scaleTextureSide_ = 0, scaleTextureTop_ = 0;
     std::array<CollisionPlane, 5> planes_{};

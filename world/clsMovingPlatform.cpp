@@ -3,6 +3,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "platform/D3DMath.h"
 #include "world/BoxShape.h"
 #include "world/WorldResources.h"
 
@@ -31,7 +32,7 @@ void clsMovingPlatform::StartAnimation() {
 
 void clsMovingPlatform::StopAnimation() {
     origin_ = savedOrigin_;
-    x_ = origin_.x;
+    x_ = drawnX_ = origin_.x;
     y_ = origin_.y;
     z_ = origin_.z;
     dir_ = savedDir_;
@@ -50,13 +51,13 @@ void clsMovingPlatform::AlignTexureCoords(int Side, int value) {
     UploadVertices();
 }
 
-void clsMovingPlatform::draw() {
+void clsMovingPlatform::draw(float blend) {
     GraphicsDevice& device = res_.device;
     Matrix4 world;
     world.m[0][0] = sizeX_;
     world.m[1][1] = sizeY_;
     world.m[2][2] = sizeZ_;
-    world.m[3][0] = x_;
+    world.m[3][0] = Lerp(drawnX_, x_, blend);
     world.m[3][1] = y_;
     world.m[3][2] = z_;
     device.setTransform(TransformKind::World, world);
@@ -92,7 +93,7 @@ void clsMovingPlatform::move() {
             origin_.x = x_;
             dir_ = TowardsPlusX;
         } else {
-            x_ = origin_.x;
+            x_ = drawnX_ = origin_.x;  // a jump back to the start is not a slide
         }
     } else if (moving_ && dir_ == TowardsPlusX) {
         const float limit = static_cast<float>(origin_.x + static_cast<double>(dist_));
@@ -105,14 +106,14 @@ void clsMovingPlatform::move() {
             origin_.x = x_;
             dir_ = TowardsMinusX;
         } else {
-            x_ = origin_.x;
+            x_ = drawnX_ = origin_.x;
         }
     }
     UpdateCollisionPlanes();
 }
 
 void clsMovingPlatform::Xpos(float value) {
-    x_ = value;
+    x_ = drawnX_ = value;
     origin_.x = value;
     savedOrigin_.x = value;
 }
@@ -145,7 +146,7 @@ void clsMovingPlatform::Texture(const std::string& Name, const std::string& face
 void clsMovingPlatform::create(float x, float y, float z) {
     BuildBoxVertices(vertices_, 0xFF9A9A9Au, 0xFFFFFFFFu);
     UploadVertices();
-    x_ = x;
+    x_ = drawnX_ = x;
     y_ = y;
     z_ = z;
     origin_ = savedOrigin_ = Vector3{x, y, z};
@@ -182,7 +183,7 @@ void clsMovingPlatform::scalez(float value) {
 
 void clsMovingPlatform::ResetToOrigin() {
     if (dir_ == 1) return;
-    x_ = origin_.x;
+    x_ = drawnX_ = origin_.x;
     y_ = origin_.y;
     z_ = origin_.z;
 }

@@ -44,7 +44,11 @@ public:
     void ScaleTextureTop(uint8_t value) { scaleTextureTop_ = value; }
     // Side 1: the three side faces; any other value: the top.
     void AlignTexureCoords(int Side, int value);
-    void draw();
+    // Draws the platform `blend` of the way from where the last movement
+    // step found it to where it is now (1: where it is).
+    void draw(float blend = 1.0f);
+    // The present position becomes the one drawings start from.
+    void KeepDrawnState() { drawnX_ = x_; }
     // Velocity of the next movement step (x only; does not look at stopMoving).
     Vector3 GetVelocity() const;
     // One movement step; also recomputes the collision planes.
@@ -100,6 +104,7 @@ private:
     WorldResources& res_;
     std::array<BlockVertex, 24> vertices_{};
     float x_ = 0, y_ = 0, z_ = 0;
+    float drawnX_ = 0;
     float sizeX_ = 0, sizeY_ = 0, sizeZ_ = 0;
     uint8_t scaleTextureSide_ = 0, scaleTextureTop_ = 0;
     std::array<CollisionPlane, 5> planes_{};

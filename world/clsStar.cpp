@@ -13,15 +13,20 @@ void clsStar::load(const std::string& modelFile) {
     mesh_ = res_.mesh(modelFile, res_.SkinsPath);
 }
 
-void clsStar::draw(const WorldFrame& frame) {
-    if (!visible_) return;
-    if (frame.playing) {
-        spin_ += 5;
-        if (spin_ > 360) spin_ = 1;
-    }
-    if (mesh_ == nullptr) return;
+void clsStar::Spin(const WorldFrame& frame) {
+    if (!visible_ || !frame.playing) return;
+    spin_ += 5;
+    if (spin_ > 360) spin_ = 1;
+}
+
+void clsStar::draw(float blend) {
+    if (!visible_ || mesh_ == nullptr) return;
     GraphicsDevice& device = res_.device;
-    const float radians = static_cast<float>(spin_ * 0.0174532923847437);
+    // Past 360 the angle starts again at 1: keep turning the same way.
+    const int32_t to = spin_ < drawnSpin_ ? spin_ + 360 : spin_;
+    const double degrees =
+        blend >= 1.0f ? spin_ : Lerp(static_cast<float>(drawnSpin_), static_cast<float>(to), blend);
+    const float radians = static_cast<float>(degrees * 0.0174532923847437);
     Matrix4 world = MatrixRotationY(radians);
     world.m[3][0] = x_;
     world.m[3][1] = y_;

@@ -23,8 +23,14 @@ public:
     void visible(bool value) { visible_ = value; }
     // Loads the model (skins from the skins folder beside the models folder).
     void load(const std::string& modelFile);
-    // Spins 5 degrees while playing, then draws (when visible).
-    void draw(const WorldFrame& frame);
+    // One play frame of the spin: 5 degrees (nothing outside play or once
+    // collected).
+    void Spin(const WorldFrame& frame);
+    // Draws the star (when visible) turned `blend` of the way from the angle
+    // of the last play frame to the present one (1: the present one).
+    void draw(float blend = 1.0f);
+    // The present angle becomes the one drawings start from.
+    void KeepDrawnState() { drawnSpin_ = spin_; }
     int32_t Xpos() const;  // rounded half to even
     void Xpos(int32_t value) { x_ = static_cast<float>(value); }
     int32_t Ypos() const;
@@ -39,6 +45,7 @@ private:
     WorldResources& res_;
     const SharedMesh* mesh_ = nullptr;
     int32_t spin_ = 0;
+    int32_t drawnSpin_ = 0;
     bool visible_ = false;
     float x_ = 0, y_ = 0, z_ = 0;
 };

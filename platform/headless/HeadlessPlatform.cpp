@@ -112,7 +112,8 @@ void HeadlessGraphics::drawScreenVertices(Primitive, const ScreenVertex*, int pr
     primitivesDrawn += primitiveCount;
 }
 
-void HeadlessGraphics::drawPointVertices(const PointVertex*, int count) {
+void HeadlessGraphics::drawPointVertices(const PointVertex* v, int count) {
+    points.assign(v, v + count);
     ++drawCalls;
     primitivesDrawn += count;
 }

@@ -78,6 +78,7 @@ public:
 
     std::map<BufferId, std::vector<BlockVertex>> buffers;
     std::map<FontId, std::string> fonts;
+    std::vector<PointVertex> points;  // the last point list drawn
 
 private:
     uint32_t nextId_ = 1;

@@ -123,6 +123,7 @@ void SdlWindow::toggleFullscreen() {
     if (!window_ || hidden_) return;
     const bool full = (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) != 0;
     SDL_SetWindowFullscreen(window_, full ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+    redraw_ = true;
     if (full) {
         SDL_SetWindowSize(window_, bufferW_, bufferH_);
         SDL_SetWindowPosition(window_, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
@@ -143,6 +144,12 @@ void SdlWindow::processEvents(WindowEvents& handler) {
                     handler.onClose();
                 } else if (e.window.event == SDL_WINDOWEVENT_FOCUS_GAINED) {
                     focus_ = true;
+                    redraw_ = true;
+                } else if (e.window.event == SDL_WINDOWEVENT_EXPOSED ||
+                           e.window.event == SDL_WINDOWEVENT_SHOWN ||
+                           e.window.event == SDL_WINDOWEVENT_SIZE_CHANGED ||
+                           e.window.event == SDL_WINDOWEVENT_RESTORED) {
+                    redraw_ = true;
                 } else if (e.window.event == SDL_WINDOWEVENT_FOCUS_LOST) {
                     focus_ = hidden_;
                     keyboard_.releaseAll(e.window.timestamp);
@@ -242,6 +249,18 @@ void SdlWindow::messageBox(const std::string& text) {
 
 bool SdlWindow::openUrl(const std::string& url) {
     return SDL_OpenURL(url.c_str()) == 0;
+}
+
+bool SdlWindow::waitForEvent(int timeoutMs) {
+    if (!videoStarted_ || hidden_) return false;
+    SDL_WaitEventTimeout(nullptr, timeoutMs);
+    return true;  // it waited, whether or not an event came
+}
+
+bool SdlWindow::takeRedrawRequest() {
+    const bool r = redraw_;
+    redraw_ = false;
+    return r;
 }
 
 bool SdlWindow::waitForRefresh() {

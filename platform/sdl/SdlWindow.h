@@ -33,6 +33,8 @@ public:
     void messageBox(const std::string& text) override;
     bool openUrl(const std::string& url) override;
     bool waitForRefresh() override;
+    bool waitForEvent(int timeoutMs) override;
+    bool takeRedrawRequest() override;
 
     // --- for the graphics device ------------------------------------------------------
     bool ready() const { return context_ != nullptr; }
@@ -68,6 +70,7 @@ private:
     int bufferW_ = 800, bufferH_ = 600;
     bool closedUnderUs_ = false;  // the X window was destroyed by someone else
     bool closeReported_ = false;
+    bool redraw_ = true;
 
     void fail(const std::string& why);
     void mouseToBackBuffer(int x, int y, float& bx, float& by) const;

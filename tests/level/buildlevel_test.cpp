@@ -220,18 +220,21 @@ TEST(DrawWorld, DrawsFrom25BehindTo50AheadWhilePlaying) {
     EXPECT_EQ(g.drawCalls, 1 + 4 * 6 + 2 * 3 + 1);
 }
 
-TEST(DrawWorld, OnlyPlayStepsFallingBlocksAndSpinningStars) {
+TEST(DrawWorld, OnlyPlayMovesFallingBlocksAndSpinningStars) {
     BuildRig rig("draw-play");
     LevelRecord rec = Track(1, 0, 0, 1);
     rec.Blocks[0].Y = 5;
     rig.track().BuildLevel(rec, false);
     rig.track().blocks[0]->Fall();
     rig.game->GameState = PauseMenu;
+    rig.game->AdvanceMotion();
     rig.game->DrawWorld(false);
     EXPECT_FLOAT_EQ(rig.track().blocks[0]->Ypos(), 5);
     EXPECT_EQ(rig.track().stars[0]->spinAngle(), 0);
     rig.game->GameState = Playing;
-    rig.game->DrawWorld(false);
+    rig.game->DrawWorld(false);  // drawing alone moves nothing
+    EXPECT_FLOAT_EQ(rig.track().blocks[0]->Ypos(), 5);
+    rig.game->AdvanceMotion();
     EXPECT_FLOAT_EQ(rig.track().blocks[0]->Ypos(), 5 - 0.0025f);
     EXPECT_EQ(rig.track().stars[0]->spinAngle(), 5);
 }

@@ -38,7 +38,7 @@ TEST(Sparks, EveryStepMovesByAFifthAndTurnsTheSparkUpward) {
     p.AddStarExplosion(x, y, z);
     const std::vector<Particle> before = p.Particles();
     d.hp().clock.advanceMs(40);
-    p.draw();
+    p.UpdateParticles();
     bool sawDownward = false;
     for (int k = 0; k < 30; ++k) {
         const Particle& was = before[k];
@@ -58,10 +58,10 @@ TEST(Sparks, DieAtTheEndOfTheirLifeAndTheListEmptiesOnTheNextUpdate) {
     float x = 0, y = 5, z = 0;
     p.AddStarExplosion(x, y, z);
     d.hp().clock.advanceMs(12500);
-    p.draw();
+    p.UpdateParticles();
     EXPECT_EQ(p.Count(), 30);
     for (const Particle& s : p.Particles()) EXPECT_EQ(s.dead, 1);
-    p.draw();
+    p.UpdateParticles();
     EXPECT_EQ(p.Count(), 0);
 }
 
@@ -86,7 +86,7 @@ const clsShadow& ShadowAt(Drive& d, float x, float y, float z) {
     car.Posz(z);
     car.ForwardVelocity(0);
     car.HorizontalVelocity(0);
-    d.game().shadow->draw();
+    d.game().shadow->Place();
     return *d.game().shadow;
 }
 

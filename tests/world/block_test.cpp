@@ -79,7 +79,7 @@ TEST(Block, BounceLiftsOneUnitAndSettlesAfter22Updates) {
     const WorldFrame playing{true, 0.0025f};
     std::vector<float> heights;
     for (int i = 0; i < 21; ++i) {
-        b.draw(playing);
+        b.Advance(playing);
         heights.push_back(b.Ypos());
         EXPECT_TRUE(b.isBouncing()) << i;
     }
@@ -91,7 +91,7 @@ TEST(Block, BounceLiftsOneUnitAndSettlesAfter22Updates) {
     EXPECT_NEAR(heights[20], 5.0f, 1e-5);
     EXPECT_NEAR(b.fallvel(), 5.19f - 5.0f, 1e-5);
     // The 22nd update would give 4.79: the bounce ends exactly at its base.
-    b.draw(playing);
+    b.Advance(playing);
     EXPECT_FALSE(b.isBouncing());
     EXPECT_FLOAT_EQ(b.Ypos(), 5.0f);
     EXPECT_FLOAT_EQ(b.fallvel(), 0.0f);
@@ -106,7 +106,7 @@ TEST(Block, FallingBlockAcceleratesByTheTrackGravity) {
     const WorldFrame playing{true, 0.0025f};
     float last = b.Ypos();
     for (int i = 1; i <= 4; ++i) {
-        b.draw(playing);
+        b.Advance(playing);
         EXPECT_NEAR(last - b.Ypos(), 0.0025f * i, 1e-6);
         EXPECT_NEAR(b.fallvel(), 0.0025f * i, 1e-7);
         last = b.Ypos();
@@ -121,7 +121,10 @@ TEST(Block, NothingMovesOutsidePlay) {
     b.Fall();
     b.Bounce();
     const WorldFrame menu{false, 0.0025f};
-    for (int i = 0; i < 10; ++i) b.draw(menu);
+    for (int i = 0; i < 10; ++i) {
+        b.Advance(menu);
+        b.draw();
+    }
     EXPECT_FLOAT_EQ(b.Ypos(), 5);
     EXPECT_FLOAT_EQ(b.fallvel(), 0);
     EXPECT_FLOAT_EQ(b.bouncePhase(), -1.0f);

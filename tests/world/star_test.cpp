@@ -14,12 +14,12 @@ TEST(Star, SpinsFiveDegreesPerPlayFrameAndWrapsToOne) {
     EXPECT_TRUE(s.visible());
     EXPECT_EQ(s.spinAngle(), 0);
     const WorldFrame playing{true, 0};
-    for (int i = 0; i < 72; ++i) s.draw(playing);
+    for (int i = 0; i < 72; ++i) s.Spin(playing);
     EXPECT_EQ(s.spinAngle(), 360);
-    s.draw(playing);
+    s.Spin(playing);
     EXPECT_EQ(s.spinAngle(), 1);
     // Menus show it frozen.
-    for (int i = 0; i < 5; ++i) s.draw(WorldFrame{});
+    for (int i = 0; i < 5; ++i) s.Spin(WorldFrame{});
     EXPECT_EQ(s.spinAngle(), 1);
 }
 
@@ -28,11 +28,13 @@ TEST(Star, CollectedStarIsNeitherDrawnNorSpun) {
     test::Touch(rig.dir + "models/orb.x");
     clsStar s(rig.res);
     s.load(rig.dir + "models/orb.x");
-    s.draw(WorldFrame{true, 0});
+    s.Spin(WorldFrame{true, 0});
+    s.draw();
     const int calls = rig.device.drawCalls;
     EXPECT_EQ(calls, 1);  // the headless model has one material
     s.GetStar();
-    s.draw(WorldFrame{true, 0});
+    s.Spin(WorldFrame{true, 0});
+    s.draw();
     EXPECT_EQ(rig.device.drawCalls, calls);
     EXPECT_EQ(s.spinAngle(), 5);
 }
@@ -49,7 +51,8 @@ TEST(Star, StarsShareOneModel) {
     missing.load(rig.dir + "models/none.x");
     EXPECT_FALSE(missing.hasModel());
     EXPECT_TRUE(missing.visible());
-    missing.draw(WorldFrame{true, 0});  // spins, draws nothing, does not crash
+    missing.Spin(WorldFrame{true, 0});  // spins, draws nothing, does not crash
+    missing.draw();
     EXPECT_EQ(missing.spinAngle(), 5);
 }
 
