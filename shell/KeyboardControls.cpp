@@ -14,6 +14,7 @@
 #include "platform/QuorbitDebug.h"
 #include "shell/DriveControls.h"
 #include "shell/GuiLink.h"
+#include "shell/KeyBindings.h"
 #include "shell/ReplayStore.h"
 #include "shell/frmGame.h"
 
@@ -60,9 +61,17 @@ void KeyboardControls::HandleKeyboard() {
         if (heldOver_[i] && raw[i] != Down) heldOver_[i] = false;
         k[i] = heldOver_[i] ? Up : raw[i];
     }
+    const PadReading pad = game_.platform.gamepads.read();
+    pad_.Apply(pad, game_.GameState, *game_.bindings, k, fresh_);
     steerLeft_ = steerRight_ = false;
     const int16_t before = game_.GameState;
-    Act(k);
+    if (pad.driverLost && before == qb::Playing) {
+        // The controller that drove was pulled out: hold the race.
+        game_.GameState = qb::PauseMenu;
+        game_.gui->SetupScreen(0);
+    } else {
+        Act(k);
+    }
     if (game_.GameState != before) HoldOver(raw);
     screen_ = game_.GameState;
 }
@@ -71,13 +80,35 @@ void KeyboardControls::Release(const uint8_t* k, uint8_t key, bool& flag) const 
     if (k[key] == Up || fresh_[key]) flag = true;
 }
 
+void KeyboardControls::ReleaseAction(const uint8_t* k, Action a, bool& flag) const {
+    bool down = false;
+    for (uint8_t key : game_.bindings->Keys(a)) {
+        if (key == DIK_ESCAPE) continue;  // Esc keeps its own flag
+        if (fresh_[key]) flag = true;
+        down = down || k[key] == Down;
+    }
+    if (!down) flag = true;
+}
+
+bool KeyboardControls::PressedAction(const uint8_t* k, Action a, bool& flag) const {
+    if (!flag) return false;
+    for (uint8_t key : game_.bindings->Keys(a)) {
+        if (key == DIK_ESCAPE || k[key] != Down) continue;
+        flag = false;
+        return true;
+    }
+    return false;
+}
+
 void KeyboardControls::HoldOver(const uint8_t* raw) {
+    pad_.HoldOver();
     for (int i = 0; i < 256; ++i)
         if (raw[i] == Down) heldOver_[i] = true;
 }
 
 void KeyboardControls::ScreenSeen() {
     heldOver_.fill(false);
+    pad_ = PadKeys();
     screen_ = game_.GameState;
 }
 
@@ -128,16 +159,15 @@ void KeyboardControls::GoTo(int16_t state, bool withSound) {
 }
 
 void KeyboardControls::Playing(const uint8_t* k) {
+    const KeyBindings& keys = *game_.bindings;
     Release(k, DIK_RETURN, ReturnReleased);
     uint8_t bits = 0;
-    if (k[DIK_UP] == Down) bits |= DriveAccelerate;
-    if (k[DIK_DOWN] == Down) bits |= DriveBrake;
-    if (k[DIK_LEFT] == Down) bits |= DriveLeft;
-    if (k[DIK_RIGHT] == Down) bits |= DriveRight;
+    if (keys.Held(k, Action::Accelerate)) bits |= DriveAccelerate;
+    if (keys.Held(k, Action::Brake)) bits |= DriveBrake;
+    if (keys.Held(k, Action::Left)) bits |= DriveLeft;
+    if (keys.Held(k, Action::Right)) bits |= DriveRight;
     int jumps = 0;
-    if (k[DIK_RSHIFT] == Down || k[DIK_RCONTROL] == Down || k[DIK_SPACE] == Down || k[DIK_LCONTROL] == Down ||
-        k[DIK_LSHIFT] == Down)
-        ++jumps;
+    if (keys.Held(k, Action::Jump)) ++jumps;
     // Return jumps too, and repeats while held; its flag only keeps the
     // press that started the track from jumping until it is let go.
     if (k[DIK_RETURN] == Down && ReturnReleased) ++jumps;
@@ -147,14 +177,16 @@ void KeyboardControls::Playing(const uint8_t* k) {
     steerRight_ = (bits & DriveRight) != 0;
     steerLeft_ = (bits & DriveLeft) != 0;
     ApplyDrive(game_, bits, jumps);
-    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+    ReleaseAction(k, Action::Pause, PauseReleased);
+    ReleaseAction(k, Action::QuickRestart, RestartReleased);
+    const bool esc = Pressed(k, DIK_ESCAPE, EscReleased);
+    if (esc || PressedAction(k, Action::Pause, PauseReleased)) {
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
         return;
     }
     // Quick restart: the same as Restart in the pause menu, without the menu.
-    Release(k, DIK_BACK, BackReleased);
-    if (Pressed(k, DIK_BACK, BackReleased)) {
+    if (PressedAction(k, Action::QuickRestart, RestartReleased)) {
         game_.sound->PlayEffect(SfxTransit);
         game_.resetgame(false);
         game_.StarsCollected = 0;
@@ -171,7 +203,10 @@ void KeyboardControls::Playing(const uint8_t* k) {
 void KeyboardControls::PauseMenu(const uint8_t* k) {
     Release(k, DIK_UP, UpReleased);
     Release(k, DIK_DOWN, DownReleased);
-    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+    ReleaseAction(k, Action::Pause, PauseReleased);
+    // The pause key resumes as it paused.
+    const bool esc = Pressed(k, DIK_ESCAPE, EscReleased);
+    if (esc || PressedAction(k, Action::Pause, PauseReleased)) {
         game_.GameState = qb::Playing;
         game_.gui->SetupScreen(0);
     }

@@ -16,6 +16,7 @@
 #include "platform/DirectInput.h"
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
+#include "shell/KeyBindings.h"
 #include "shell/KeyboardControls.h"
 #include "shell/ReplayStore.h"
 #include "shell/RunRecorder.h"
@@ -45,6 +46,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     controls = std::make_unique<KeyboardControls>(*this);
     recorder = std::make_unique<RunRecorder>();
     replays = std::make_unique<ReplayStore>(*this);
+    bindings = std::make_unique<KeyBindings>();
 }
 
 frmGame::~frmGame() = default;
@@ -94,6 +96,9 @@ bool frmGame::startup() {
     GameState = Loading;
     debug->Open(platform.paths.writeDir + "Debug.txt", platform.system);
     settings->Load();
+    std::string keysProblem;
+    bindings->Load(*settings, keysProblem);
+    if (!keysProblem.empty()) debug->WriteLine(keysProblem);
     platform.window.show();
     TexturesPath = platform.paths.gameDir + "textures/";
     BackgroundsPath = platform.paths.gameDir + "backgrounds/";

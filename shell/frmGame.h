@@ -30,6 +30,7 @@ class Gui;
 class KeyboardControls;
 class RunRecorder;
 class ReplayStore;
+class KeyBindings;
 
 class frmGame : public WindowEvents {
 public:
@@ -131,6 +132,7 @@ public:
     std::unique_ptr<KeyboardControls> controls;
     std::unique_ptr<RunRecorder> recorder;
     std::unique_ptr<ReplayStore> replays;
+    std::unique_ptr<KeyBindings> bindings;  // the player's keys, kept in settings.cfg
 };
 
 }  // namespace qb
