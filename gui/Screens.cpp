@@ -100,6 +100,9 @@ void Gui::SetupScreen(int Direction) {
         case Options:
             SetupOptions();
             break;
+        case ControlsMenu:
+            SetupControls();
+            break;
         case ZoneChoice:
             SetupZoneChoice();
             break;
@@ -292,7 +295,7 @@ void Gui::ShowVolumes() {
 
 void Gui::SetupOptions() {
     ResetTabIndices();
-    for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13}) Button(s).enabled(true);
+    for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13, 57}) Button(s).enabled(true);
     const int32_t mode = game_.dx->VideoMode;
     Button(mode == 1 ? 54 : 53).enabled(true);
     Button(mode == 2 ? 56 : 55).enabled(true);

@@ -137,7 +137,14 @@ void KeyboardControls::Act(const uint8_t* k) {
             MadeIt(k);
             break;
         case qb::Options:
+            Release(k, DIK_RETURN, ReturnReleased);
             if (k[DIK_ESCAPE] == Down) GoTo(qb::MainMenu, true);
+            // The one keyboard way on from the options: the player's keys.
+            if (game_.GameState == qb::Options && Pressed(k, DIK_RETURN, ReturnReleased))
+                GoTo(qb::ControlsMenu, true);
+            break;
+        case qb::ControlsMenu:
+            ControlsScreen(k);
             break;
         case qb::UserTrackChoice:
             UserTrackChoice(k);
@@ -376,6 +383,58 @@ void KeyboardControls::Instructions(const uint8_t* k) {
         GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 2) % 3), false);
     if (page() >= 0 && page() <= 2 && Pressed(k, DIK_RIGHT, RightReleased))
         GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 1) % 3), false);
+}
+
+void KeyboardControls::ControlsScreen(const uint8_t* k) {
+    Gui& gui = *game_.gui;
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    Release(k, DIK_RETURN, ReturnReleased);
+    if (gui.ControlsWaiting) {
+        // The first key that goes down is the new one; Esc keeps the old.
+        for (int key = 0; key < 256; ++key) {
+            const bool went = k[key] == Down && (fresh_[key] || !wasDown_[key]);
+            wasDown_[key] = k[key] == Down;
+            if (!went) continue;
+            if (key == DIK_ESCAPE) {
+                EscReleased = false;
+                gui.ControlsWaiting = false;
+            } else if (game_.bindings->Rebind(static_cast<Action>(gui.ControlsRow - 1),
+                                              static_cast<uint8_t>(key))) {
+                gui.ControlsWaiting = false;
+                gui.SaveControls();
+                game_.sound->PlayEffect(SfxTransit);
+            }
+            if (!gui.ControlsWaiting) {
+                // Whatever was pressed acts no further on this screen.
+                UpReleased = DownReleased = ReturnReleased = false;
+                gui.ShowControls();
+                return;
+            }
+        }
+        return;
+    }
+    for (int key = 0; key < 256; ++key) wasDown_[key] = k[key] == Down;
+    if (Pressed(k, DIK_UP, UpReleased)) {
+        gui.ControlsRow = gui.ControlsRow == 1 ? Gui::ControlsRows : gui.ControlsRow - 1;
+        gui.ShowControls();
+    }
+    if (Pressed(k, DIK_DOWN, DownReleased)) {
+        gui.ControlsRow = gui.ControlsRow == Gui::ControlsRows ? 1 : gui.ControlsRow + 1;
+        gui.ShowControls();
+    }
+    if (Pressed(k, DIK_RETURN, ReturnReleased)) {
+        if (gui.ControlsRow == Gui::ControlsRows - 1) {
+            gui.Click(58);
+        } else if (gui.ControlsRow == Gui::ControlsRows) {
+            gui.Click(14);
+        } else {
+            gui.ControlsWaiting = true;
+            gui.ShowControls();
+        }
+        return;
+    }
+    if (Pressed(k, DIK_ESCAPE, EscReleased)) GoTo(qb::Options, true);
 }
 
 void KeyboardControls::MoveFocus(bool on) {

@@ -69,6 +69,7 @@ private:
     void NameEntry(const uint8_t* k);
     void MadeIt(const uint8_t* k);
     void Instructions(const uint8_t* k);
+    void ControlsScreen(const uint8_t* k);
     void Act(const uint8_t* k);
     void MoveFocus(bool on);
     void GoTo(int16_t state, bool withSound);
@@ -90,6 +91,8 @@ private:
     std::array<bool, 256> fresh_{};
     bool steerLeft_ = false, steerRight_ = false;
     PadKeys pad_;
+    // Keys down in the last pass of the Controls screen: a new key is one that went down.
+    std::array<bool, 256> wasDown_{};
 };
 
 }  // namespace qb

@@ -262,6 +262,7 @@ void frmGame::RenderFrame() {
         case NameEntry:
         case MadeIt:
         case Options:
+        case ControlsMenu:
         case InstructionsPage1:
         case InstructionsPage2:
         case InstructionsPage3:
