@@ -91,7 +91,13 @@ bool Gui::Click(int32_t slot) {
                     return false;
             }
         case Options:
+            if (slot == 57) {
+                GoTo(ControlsMenu);
+                return true;
+            }
             return ClickOptions(slot);
+        case ControlsMenu:
+            return ClickControls(slot);
         case ZoneChoice:
             return ClickZoneChoice(slot);
         case InstructionsPage1:

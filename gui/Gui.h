@@ -69,6 +69,14 @@ public:
     // The maker's home page, shipped with the game (web/index.html).
     std::string WebPageUrl() const;
     void OpenWebSite();
+    // The Controls screen: its rows are the play actions, then Defaults and
+    // Go back; a row waiting for its new key shows so.
+    static constexpr int32_t ControlsRows = 9;
+    int32_t ControlsRow = 1;
+    bool ControlsWaiting = false;
+    void ShowControls();
+    void ControlsDefaults();
+    void SaveControls();
 
     void DrawButtons();
     void DrawTextFields();
@@ -115,6 +123,8 @@ private:
     void FastestTimeFields();
     void SetupPauseMenu();
     void SetupOptions(bool again);
+    void SetupControls();
+    bool ClickControls(int32_t slot);
     void SetupZoneChoice();
     void SetupInstructions(int page);
     void ShowVolumes();

@@ -127,6 +127,9 @@ void Gui::SetupScreen(int Direction) {
         case Options:
             SetupOptions(again);
             break;
+        case ControlsMenu:
+            SetupControls();
+            break;
         case ZoneChoice:
             SetupZoneChoice();
             break;
@@ -332,7 +335,7 @@ void Gui::ShowVolumes() {
 
 void Gui::SetupOptions(bool again) {
     ResetTabIndices();
-    for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13}) Button(s).enabled(true);
+    for (int32_t s : {1, 10, 11, 12, 14, 15, 16, 17, 37, 18, 13, 57}) Button(s).enabled(true);
     const int32_t mode = game_.dx->VideoMode;
     const int32_t small = mode == 1 ? 54 : 53, large = mode == 2 ? 56 : 55;
     Button(small).enabled(true);
@@ -341,10 +344,10 @@ void Gui::SetupOptions(bool again) {
     // and "go back" by where they lie; Return presses the focused one. The
     // focus starts on "go back" and stays where it was when a mode change
     // sets the screen up again.
-    const int32_t stops[] = {16, 17, 37, 18, small, large, 14};
-    for (int32_t i = 0; i < 7; ++i) Button(stops[i]).TabIndex(i + 1);
-    TabCount = 7;
-    if (!again || CurrentTab < 1 || CurrentTab > TabCount) CurrentTab = 7;
+    const int32_t stops[] = {16, 17, 37, 18, small, large, 57, 14};
+    for (int32_t i = 0; i < 8; ++i) Button(stops[i]).TabIndex(i + 1);
+    TabCount = 8;
+    if (!again || CurrentTab < 1 || CurrentTab > TabCount) CurrentTab = 8;
     ClearMouseOver();
     Button(stops[CurrentTab - 1]).MouseOver(true);
     NewFields(4);

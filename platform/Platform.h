@@ -6,6 +6,7 @@
 
 #include "platform/AudioDevice.h"
 #include "platform/Clock.h"
+#include "platform/GamepadDevice.h"
 #include "platform/GraphicsDevice.h"
 #include "platform/KeyboardDevice.h"
 #include "platform/SystemInfo.h"
@@ -27,6 +28,7 @@ struct GamePaths {
 struct Platform {
     GraphicsDevice& graphics;
     KeyboardDevice& keyboard;
+    GamepadDevice& gamepads;
     Clock& clock;
     Window& window;
     AudioDevice& audio;

@@ -24,6 +24,7 @@ enum GameStates : GameStateValue {
     InstructionsPage3 = 11,
     Loading = 12,
     UserTrackChoice = 14,
+    ControlsMenu = 15,  // the player's keys, reached from the options
 };
 
 }  // namespace qb

@@ -16,6 +16,7 @@
 #include "shell/GhostCar.h"
 #include "shell/GuiLink.h"
 #include "shell/RaceClock.h"
+#include "shell/KeyBindings.h"
 #include "shell/ReplayStore.h"
 #include "shell/frmGame.h"
 
@@ -62,9 +63,17 @@ void KeyboardControls::HandleKeyboard() {
         if (heldOver_[i] && raw[i] != Down) heldOver_[i] = false;
         k[i] = heldOver_[i] ? Up : raw[i];
     }
+    const PadReading pad = game_.platform.gamepads.read();
+    pad_.Apply(pad, game_.GameState, *game_.bindings, k, fresh_);
     steerLeft_ = steerRight_ = false;
     const int16_t before = game_.GameState;
-    Act(k);
+    if (pad.driverLost && before == qb::Playing) {
+        // The controller that drove was pulled out: hold the race.
+        game_.GameState = qb::PauseMenu;
+        game_.gui->SetupScreen(0);
+    } else {
+        Act(k);
+    }
     if (game_.GameState != before) HoldOver(raw);
     screen_ = game_.GameState;
 }
@@ -73,13 +82,35 @@ void KeyboardControls::Release(const uint8_t* k, uint8_t key, bool& flag) const 
     if (k[key] == Up || fresh_[key]) flag = true;
 }
 
+void KeyboardControls::ReleaseAction(const uint8_t* k, Action a, bool& flag) const {
+    bool down = false;
+    for (uint8_t key : game_.bindings->Keys(a)) {
+        if (key == DIK_ESCAPE) continue;  // Esc keeps its own flag
+        if (fresh_[key]) flag = true;
+        down = down || k[key] == Down;
+    }
+    if (!down) flag = true;
+}
+
+bool KeyboardControls::PressedAction(const uint8_t* k, Action a, bool& flag) const {
+    if (!flag) return false;
+    for (uint8_t key : game_.bindings->Keys(a)) {
+        if (key == DIK_ESCAPE || k[key] != Down) continue;
+        flag = false;
+        return true;
+    }
+    return false;
+}
+
 void KeyboardControls::HoldOver(const uint8_t* raw) {
+    pad_.HoldOver();
     for (int i = 0; i < 256; ++i)
         if (raw[i] == Down) heldOver_[i] = true;
 }
 
 void KeyboardControls::ScreenSeen() {
     heldOver_.fill(false);
+    pad_ = PadKeys();
     screen_ = game_.GameState;
 }
 
@@ -117,6 +148,9 @@ void KeyboardControls::Act(const uint8_t* k) {
             }
             OptionsScreen(k);
             break;
+        case qb::ControlsMenu:
+            ControlsScreen(k);
+            break;
         case qb::UserTrackChoice:
             UserTrackChoice(k);
             break;
@@ -137,16 +171,15 @@ void KeyboardControls::GoTo(int16_t state, bool withSound) {
 }
 
 void KeyboardControls::Playing(const uint8_t* k) {
+    const KeyBindings& keys = *game_.bindings;
     Release(k, DIK_RETURN, ReturnReleased);
     uint8_t bits = 0;
-    if (k[DIK_UP] == Down) bits |= DriveAccelerate;
-    if (k[DIK_DOWN] == Down) bits |= DriveBrake;
-    if (k[DIK_LEFT] == Down) bits |= DriveLeft;
-    if (k[DIK_RIGHT] == Down) bits |= DriveRight;
+    if (keys.Held(k, Action::Accelerate)) bits |= DriveAccelerate;
+    if (keys.Held(k, Action::Brake)) bits |= DriveBrake;
+    if (keys.Held(k, Action::Left)) bits |= DriveLeft;
+    if (keys.Held(k, Action::Right)) bits |= DriveRight;
     int jumps = 0;
-    if (k[DIK_RSHIFT] == Down || k[DIK_RCONTROL] == Down || k[DIK_SPACE] == Down || k[DIK_LCONTROL] == Down ||
-        k[DIK_LSHIFT] == Down)
-        ++jumps;
+    if (keys.Held(k, Action::Jump)) ++jumps;
     // Return jumps too, and repeats while held; its flag only keeps the
     // press that started the track from jumping until it is let go.
     if (k[DIK_RETURN] == Down && ReturnReleased) ++jumps;
@@ -156,14 +189,16 @@ void KeyboardControls::Playing(const uint8_t* k) {
     steerRight_ = (bits & DriveRight) != 0;
     steerLeft_ = (bits & DriveLeft) != 0;
     ApplyDrive(game_, bits, jumps);
-    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+    ReleaseAction(k, Action::Pause, PauseReleased);
+    ReleaseAction(k, Action::QuickRestart, RestartReleased);
+    const bool esc = Pressed(k, DIK_ESCAPE, EscReleased);
+    if (esc || PressedAction(k, Action::Pause, PauseReleased)) {
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
         return;
     }
     // Quick restart: the same as Restart in the pause menu, without the menu.
-    Release(k, DIK_BACK, BackReleased);
-    if (Pressed(k, DIK_BACK, BackReleased)) {
+    if (PressedAction(k, Action::QuickRestart, RestartReleased)) {
         game_.sound->PlayEffect(SfxTransit);
         game_.resetgame(false);
         game_.StarsCollected = 0;
@@ -180,7 +215,10 @@ void KeyboardControls::Playing(const uint8_t* k) {
 void KeyboardControls::PauseMenu(const uint8_t* k) {
     Release(k, DIK_UP, UpReleased);
     Release(k, DIK_DOWN, DownReleased);
-    if (Pressed(k, DIK_ESCAPE, EscReleased)) {
+    ReleaseAction(k, Action::Pause, PauseReleased);
+    // The pause key resumes as it paused.
+    const bool esc = Pressed(k, DIK_ESCAPE, EscReleased);
+    if (esc || PressedAction(k, Action::Pause, PauseReleased)) {
         game_.GameState = qb::Playing;
         game_.gui->SetupScreen(0);
     }
@@ -368,6 +406,58 @@ void KeyboardControls::Instructions(const uint8_t* k) {
         GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 2) % 3), false);
     if (page() >= 0 && page() <= 2 && Pressed(k, DIK_RIGHT, RightReleased))
         GoTo(static_cast<int16_t>(qb::InstructionsPage1 + (page() + 1) % 3), false);
+}
+
+void KeyboardControls::ControlsScreen(const uint8_t* k) {
+    Gui& gui = *game_.gui;
+    Release(k, DIK_UP, UpReleased);
+    Release(k, DIK_DOWN, DownReleased);
+    Release(k, DIK_RETURN, ReturnReleased);
+    if (gui.ControlsWaiting) {
+        // The first key that goes down is the new one; Esc keeps the old.
+        for (int key = 0; key < 256; ++key) {
+            const bool went = k[key] == Down && (fresh_[key] || !wasDown_[key]);
+            wasDown_[key] = k[key] == Down;
+            if (!went) continue;
+            if (key == DIK_ESCAPE) {
+                EscReleased = false;
+                gui.ControlsWaiting = false;
+            } else if (game_.bindings->Rebind(static_cast<Action>(gui.ControlsRow - 1),
+                                              static_cast<uint8_t>(key))) {
+                gui.ControlsWaiting = false;
+                gui.SaveControls();
+                game_.sound->PlayEffect(SfxTransit);
+            }
+            if (!gui.ControlsWaiting) {
+                // Whatever was pressed acts no further on this screen.
+                UpReleased = DownReleased = ReturnReleased = false;
+                gui.ShowControls();
+                return;
+            }
+        }
+        return;
+    }
+    for (int key = 0; key < 256; ++key) wasDown_[key] = k[key] == Down;
+    if (Pressed(k, DIK_UP, UpReleased)) {
+        gui.ControlsRow = gui.ControlsRow == 1 ? Gui::ControlsRows : gui.ControlsRow - 1;
+        gui.ShowControls();
+    }
+    if (Pressed(k, DIK_DOWN, DownReleased)) {
+        gui.ControlsRow = gui.ControlsRow == Gui::ControlsRows ? 1 : gui.ControlsRow + 1;
+        gui.ShowControls();
+    }
+    if (Pressed(k, DIK_RETURN, ReturnReleased)) {
+        if (gui.ControlsRow == Gui::ControlsRows - 1) {
+            gui.Click(58);
+        } else if (gui.ControlsRow == Gui::ControlsRows) {
+            gui.Click(14);
+        } else {
+            gui.ControlsWaiting = true;
+            gui.ShowControls();
+        }
+        return;
+    }
+    if (Pressed(k, DIK_ESCAPE, EscReleased)) GoTo(qb::Options, true);
 }
 
 void KeyboardControls::MoveFocus(bool on) {

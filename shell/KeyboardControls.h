@@ -16,9 +16,12 @@
 #include <array>
 #include <cstdint>
 
+#include "shell/PadKeys.h"
+
 namespace qb {
 
 class frmGame;
+enum class Action : int;
 
 class KeyboardControls {
 public:
@@ -41,6 +44,8 @@ public:
     bool EscReleased = false, UpReleased = false, DownReleased = false, LeftReleased = false;
     bool RightReleased = false, ReturnReleased = false, SpaceReleased = false, BackReleased = false;
     std::array<bool, 26> LetterReleased{};
+    // The same for the pause and quick-restart keys other than Esc.
+    bool PauseReleased = false, RestartReleased = false;
 
     // Takes the current screen as the one the keys are on, holding nothing
     // over: for a run that starts straight in play with its keys already down.
@@ -65,6 +70,7 @@ private:
     void NameEntry(const uint8_t* k);
     void MadeIt(const uint8_t* k);
     void Instructions(const uint8_t* k);
+    void ControlsScreen(const uint8_t* k);
     void Act(const uint8_t* k);
     void MoveFocus(bool on);
     void GoTo(int16_t state, bool withSound);
@@ -72,6 +78,9 @@ private:
     // Sets an edge-triggered key's flag when the key is up, or was pressed
     // anew since the last pass.
     void Release(const uint8_t* k, uint8_t key, bool& flag) const;
+    // The same for all the keys of a play action (Esc aside).
+    void ReleaseAction(const uint8_t* k, Action a, bool& flag) const;
+    bool PressedAction(const uint8_t* k, Action a, bool& flag) const;
 
     frmGame& game_;
     // Keys that were down when the screen changed and have not been let go.
@@ -82,6 +91,9 @@ private:
     // Keys that went down since the last pass.
     std::array<bool, 256> fresh_{};
     bool steerLeft_ = false, steerRight_ = false;
+    PadKeys pad_;
+    // Keys down in the last pass of the Controls screen: a new key is one that went down.
+    std::array<bool, 256> wasDown_{};
 };
 
 }  // namespace qb

@@ -21,6 +21,7 @@
 #include "platform/DirectX.h"
 #include "platform/QuorbitDebug.h"
 #include "shell/GhostCar.h"
+#include "shell/KeyBindings.h"
 #include "shell/KeyboardControls.h"
 #include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
@@ -53,6 +54,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     replays = std::make_unique<ReplayStore>(*this);
     clock = std::make_unique<RaceClock>(*this);
     ghost = std::make_unique<GhostCar>(*this);
+    bindings = std::make_unique<KeyBindings>();
 }
 
 frmGame::~frmGame() {
@@ -118,6 +120,9 @@ bool frmGame::startup() {
     debug->Open(platform.paths.writeDir + "Debug.txt", platform.system);
     settings->Load();
     SmoothMotion = settings->GetBool(SmoothMotionKey, true);
+    std::string keysProblem;
+    bindings->Load(*settings, keysProblem);
+    if (!keysProblem.empty()) debug->WriteLine(keysProblem);
     platform.window.show();
     TexturesPath = platform.paths.gameDir + "textures/";
     BackgroundsPath = platform.paths.gameDir + "backgrounds/";
@@ -348,6 +353,7 @@ void frmGame::RenderFrame() {
         case NameEntry:
         case MadeIt:
         case Options:
+        case ControlsMenu:
         case InstructionsPage1:
         case InstructionsPage2:
         case InstructionsPage3:

@@ -33,6 +33,7 @@ class RunRecorder;
 class ReplayStore;
 class RaceClock;
 class GhostCar;
+class KeyBindings;
 
 class frmGame : public WindowEvents {
 public:
@@ -171,6 +172,7 @@ public:
     std::unique_ptr<ReplayStore> replays;
     std::unique_ptr<RaceClock> clock;
     std::unique_ptr<GhostCar> ghost;
+    std::unique_ptr<KeyBindings> bindings;  // the player's keys, kept in settings.cfg
 };
 
 }  // namespace qb

@@ -106,6 +106,20 @@ private:
     void push(uint8_t key, uint32_t data);
 };
 
+// A controller whose reading the test sets; `pressed` and `driverLost` are
+// reported once, like the real device's.
+class ScriptedGamepad : public GamepadDevice {
+public:
+    PadReading state;
+    void tap(uint32_t buttons) { state.pressed |= buttons; }
+    PadReading read() override {
+        const PadReading r = state;
+        state.pressed = 0;
+        state.driverLost = false;
+        return r;
+    }
+};
+
 // Counter in microseconds (frequency 1 000 000); sleeping moves it forward.
 class FakeClock : public Clock {
 public:
@@ -190,6 +204,7 @@ public:
 struct HeadlessPlatform {
     HeadlessGraphics graphics;
     ScriptedKeyboard keyboard;
+    ScriptedGamepad gamepad;
     FakeClock clock;
     HeadlessWindow window;
     HeadlessAudio audio;

@@ -8,6 +8,7 @@
 #include "platform/SystemInfo.h"
 #include "platform/sdl/SdlAudio.h"
 #include "platform/sdl/SdlClock.h"
+#include "platform/sdl/SdlGamepads.h"
 #include "platform/sdl/SdlGraphics.h"
 #include "platform/sdl/SdlKeyboard.h"
 #include "platform/sdl/SdlWindow.h"
@@ -21,12 +22,13 @@ struct SdlPlatformImpl {
     SdlPlatformImpl(const std::string& gameDir, bool hidden)
         : window(keyboard, hidden, gameDir + "icons/quorbit.png"),
           graphics(window),
-          platform{graphics, keyboard, clock, window, audio, system, ResolveGamePaths(gameDir)} {
+          platform{graphics, keyboard, gamepads, clock, window, audio, system, ResolveGamePaths(gameDir)} {
         window.inWindowMessage = [this](const std::string& text) {
             return ShowWindowMessage(graphics, text);
         };
     }
     SdlKeyboard keyboard;
+    SdlGamepads gamepads;
     SdlClock clock;
     SdlWindow window;
     SdlGraphics graphics;

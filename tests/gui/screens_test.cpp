@@ -100,10 +100,10 @@ TEST(Screens, OptionsShowTheVolumesAndTheModeInUse) {
     // A fresh options file holds video mode 0; the game plays at 800x600
     // and marks that mode.
     EXPECT_EQ(t.game->options->Options.VideoMode, 0);
-    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 54, 55}));
+    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 54, 55, 57}));
     t.game->dx->VideoMode = 2;
     t.show(Options);
-    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 53, 56}));
+    EXPECT_EQ(t.enabled(), (V{1, 10, 11, 12, 13, 14, 15, 16, 17, 18, 37, 53, 56, 57}));
 }
 
 TEST(Screens, VolumesStayInTheirRangeFromTheFileAndOnTheButtons) {

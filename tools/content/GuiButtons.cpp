@@ -45,6 +45,8 @@ void MakeButtons(const std::string& dir) {
     Pair(dir, "website", "website_roll_over", 330, 48, "WEB SITE", 24);
     Pair(dir, "quit", "quit_roll_over", 220, 48, "QUIT", 24);
     Pair(dir, "goback", "goback_rollover", 220, 48, "GO BACK", 24);
+    Pair(dir, "controls", "controls_rollover", 220, 48, "CONTROLS", 24);
+    Pair(dir, "defaults", "defaults_rollover", 220, 48, "DEFAULTS", 24);
     // Top right of the zone, track and instruction screens.
     Pair(dir, "MainMenu", "MainMenu_Rollover", 160, 34, "MAIN MENU", 17);
     Pair(dir, "userlevel", "userlevel_Rollover", 160, 34, "USER TRACKS", 16);
