@@ -57,7 +57,8 @@ std::vector<unsigned char> ReadWholeFile(const std::string& path) {
     if (!in) return {};
     // A folder opens as a stream but fails at its first read.
     try {
-        return std::vector<unsigned char>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        return std::vector<unsigned char>(std::istreambuf_iterator<char>(in),
+                                          std::istreambuf_iterator<char>());
     } catch (const std::exception&) {
         return {};
     }

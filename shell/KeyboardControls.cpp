@@ -15,8 +15,8 @@
 #include "shell/DriveControls.h"
 #include "shell/GhostCar.h"
 #include "shell/GuiLink.h"
-#include "shell/RaceClock.h"
 #include "shell/KeyBindings.h"
+#include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
 #include "shell/frmGame.h"
 

@@ -76,7 +76,8 @@ TEST(GameSounds, MenusAJumpAStarAndTheFinishSoundInOrder) {
     setenv("SDL_DISKAUDIOFILE", outFile.c_str(), 1);
     HeadlessPlatform hp(dir);
     SdlAudio audio;
-    Platform platform{hp.graphics, hp.keyboard, hp.gamepad, hp.clock, hp.window, audio, hp.system, hp.platform.paths};
+    Platform platform{hp.graphics, hp.keyboard, hp.gamepad, hp.clock,
+                      hp.window,   audio,       hp.system,  hp.platform.paths};
     frmGame game(platform);
     ASSERT_TRUE(game.startup());
     ASSERT_EQ(game.GameState, MainMenu);

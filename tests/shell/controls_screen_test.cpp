@@ -38,6 +38,7 @@ TEST(ControlsScreen, ReachedFromTheOptionsARowTakesANewKeyThatDrivesAndIsKept) {
     c.tap(DIK_DOWN);  // Options
     c.tap(DIK_RETURN);
     ASSERT_EQ(g.GameState, Options);
+    c.tap(DIK_DOWN);  // from "go back" down to the Controls item under it
     c.tap(DIK_RETURN);
     ASSERT_EQ(g.GameState, ControlsMenu);
     EXPECT_EQ(g.gui->ControlsRow, 1);
