@@ -43,7 +43,7 @@ void Gui::ShowControls() {
         const int16_t g = 255, b = focused ? 0 : 255;  // the focused row in yellow
         std::string title = KeyBindings::ActionTitle(action);
         std::string shown = keys.KeysText(action);
-        if (focused && ControlsWaiting) shown = "press a key (Esc: keep)";
+        if (focused && ControlsWaiting) shown = "press a key";
         AddField(4 + 3 * a, top, top + RowStep, 60, 290, 16, 255, g, b, (focused ? "> " : "") + title);
         AddField(5 + 3 * a, top, top + RowStep, 300, 520, 16, 255, g, b, shown);
         AddField(6 + 3 * a, top, top + RowStep, 530, 790, 13, 255, g, b, PadNames[a]);

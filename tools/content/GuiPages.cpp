@@ -83,18 +83,22 @@ Picture Story() {
     TextStyle what = body;
     const std::pair<const char*, const char*> rows[] = {
         {"Up", "accelerate"},      {"Down", "brake"},      {"Left / Right", "steer"},
-        {"Space, Shift,", "jump"}, {"Ctrl or Return", ""}, {"Esc", "pause menu"},
+        {"Space, Shift,", "jump"}, {"Ctrl or Return", ""}, {"Esc or P", "pause menu"},
+        {"Backspace", "restart"},
     };
     float ry = 84;
     for (const auto& [k, w] : rows) {
         pic.text(k, 396, ry, key);
         pic.text(w, 540, ry, what);
-        ry += 30;
+        ry += 25;
     }
     TextStyle menu = body;
     menu.colour = p::Ice;
     menu.px = 13;
-    Paragraph(pic, "In the menus: the arrow keys and Return, or the mouse.", 396, ry + 10, 264, menu, 18);
+    Paragraph(pic,
+              "Your own keys: Options, Controls. A controller: the stick drives, A jumps and chooses, "
+              "B goes back, Start pauses.",
+              396, ry + 4, 264, menu, 16);
     return pic;
 }
 
