@@ -59,7 +59,7 @@ echo "e2e: first start"
 start_game
 shot 01-main-menu
 # Accelerate on W, through Options and Controls with taps only.
-tap Down; tap Return; tap Return
+tap Down; tap Return; tap Down; tap Return
 tap Return; tap w
 shot 01b-controls
 tap Escape; tap Escape
