@@ -7,7 +7,7 @@ build=(build-essential cmake ninja-build pkg-config
        libsdl2-dev libsdl2-image-dev libsdl2-ttf-dev libsdl2-mixer-dev
        libepoxy-dev libassimp-dev libvorbis-dev libogg-dev libfontconfig-dev
        fonts-liberation fonts-dejavu-core libgl1-mesa-dri)
-tests=(libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth xdotool imagemagick x11-utils mesa-utils tesseract-ocr)
+tests=(libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth xfonts-base xdotool imagemagick x11-utils mesa-utils tesseract-ocr)
 ci=(clang libclang-rt-14-dev clang-format)
 
 want=("${build[@]}")
