@@ -54,25 +54,28 @@ LevelRecord Track(int blocks, int ramps, int platforms, int stars) {
     return r;
 }
 
-TEST(BuildLevel, BlocksGetTheirRecordValues) {
-    BuildRig rig("build-blocks");
-    LevelRecord rec = Track(2, 0, 0, 0);
-    BlockRecord& b = rec.Blocks[1];
-    b.X = 1.5f;
-    b.Y = 2.25f;
-    b.scaleY = 0.5f;
-    b.ScaleTextureSide = 0;
-    b.ScaleTextureTop = 2;
-    b.TextureB = 3;  // Stone.bmp: only stone.BMP is on disk
-    b.TextureC = 4;  // an empty name
-    b.TextureA = 9;  // no such index
-    b.TextureD = 5;  // an animation frame
-    b.ActionCode = 4;
+// Every kind of object takes its record's values; ramps and stars sit on
+// whole numbers (half to even), blocks and platforms keep fractions.
+TEST(BuildLevel, EveryObjectGetsItsRecordValues) {
+    BuildRig rig("build-values");
+    LevelRecord rec = Track(2, 2, 1, 2);
+    // Face B is Stone.bmp (only stone.BMP is on disk), C an empty name, A no
+    // such index, D an animation frame.
+    rec.Blocks[1] = BlockRecord{1.5f, 2.25f, 4, 3, 0.5f, 4, 9, 3, 4, 5, 2, 0, 4};
+    rec.Ramps[0] = RampRecord{2.5f, 3.5f, 6.5f, 2.5f, 1.5f, 3.4f, 1, 2, 3};
+    rec.Ramps[1] = RampRecord{-0.5f, 0.4f, 7.6f, 1, 1, 1, 3, 1, 0};
+    rec.Platforms[0] = MovingPlatformRecord{1.25f, 2, 9.5f, 2, 1, 1, 1, 1, 1, 2, 1, 1, 3, 10, 2, 3, 7};
+    rec.Stars[0] = StarRecord{2.5f, 3.5f, 10.5f};
+    rec.Stars[1] = StarRecord{-2.5f, 1.0f, 11.49f};
     rig.game->RaceFrames = 77;
-    rig.track().BuildLevel(rec, false);
+    TrackObjects& t = rig.track();
+    t.BuildLevel(rec, false);
     EXPECT_EQ(rig.game->RaceFrames, 0);
-    ASSERT_EQ(rig.track().BlockUpper, 1);
-    const clsBlock& blk = *rig.track().blocks[1];
+    EXPECT_FLOAT_EQ(t.Gravity, 0.0025f);
+    EXPECT_EQ(rig.game->background->pictureName(), "") << "no background unless asked for";
+
+    ASSERT_EQ(t.BlockUpper, 1);
+    const clsBlock& blk = *t.blocks[1];
     EXPECT_FLOAT_EQ(blk.Xpos(), 1.5f);
     EXPECT_FLOAT_EQ(blk.Ypos(), 2.25f);
     EXPECT_EQ(blk.Zpos(), 4);
@@ -84,24 +87,12 @@ TEST(BuildLevel, BlocksGetTheirRecordValues) {
     EXPECT_EQ(blk.GetTextureC(), "_default.bmp");
     EXPECT_EQ(blk.GetTextureD(), "AnimationTest_1.bmp");
     EXPECT_TRUE(blk.isAnimated(3));
-    EXPECT_EQ(rig.track().blocks[0]->GetTextureD(), "road.bmp");
-    EXPECT_EQ(rig.track().blocks[0]->GetTextureA(), "wall.bmp");
+    EXPECT_EQ(t.blocks[0]->GetTextureD(), "road.bmp");
+    EXPECT_EQ(t.blocks[0]->GetTextureA(), "wall.bmp");
     // The collision planes keep the shortened depth; corners use the full one.
     EXPECT_FLOAT_EQ(blk.GetFaceCorners(3).p[1].z, 8.0f);
-    EXPECT_FLOAT_EQ(rig.track().Gravity, 0.0025f);
-    // No background unless asked for.
-    EXPECT_EQ(rig.game->background->pictureName(), "");
-}
 
-TEST(BuildLevel, RampsAndStarsSitOnWholeNumbers) {
-    BuildRig rig("build-round");
-    LevelRecord rec = Track(1, 2, 0, 2);
-    rec.Ramps[0] = RampRecord{2.5f, 3.5f, 6.5f, 2.5f, 1.5f, 3.4f, 1, 2, 3};
-    rec.Ramps[1] = RampRecord{-0.5f, 0.4f, 7.6f, 1, 1, 1, 3, 1, 0};
-    rec.Stars[0] = StarRecord{2.5f, 3.5f, 10.5f};
-    rec.Stars[1] = StarRecord{-2.5f, 1.0f, 11.49f};
-    rig.track().BuildLevel(rec, false);
-    const clsRamp& r = *rig.track().ramps[0];
+    const clsRamp& r = *t.ramps[0];
     EXPECT_EQ(r.Xpos(), 2);
     EXPECT_EQ(r.Ypos(), 4);
     EXPECT_EQ(r.Zpos(), 6);
@@ -113,32 +104,16 @@ TEST(BuildLevel, RampsAndStarsSitOnWholeNumbers) {
     EXPECT_FLOAT_EQ(r.GetGradient(), -1.0f);
     EXPECT_EQ(r.GetTextureA(), "road.bmp");
     EXPECT_EQ(r.GetTextureB(), "wall.bmp");
-    EXPECT_EQ(rig.track().ramps[1]->Xpos(), 0);  // -0.5 rounds to -0
-    EXPECT_EQ(rig.track().ramps[1]->Zpos(), 8);
-    EXPECT_EQ(rig.track().stars[0]->Xpos(), 2);
-    EXPECT_EQ(rig.track().stars[0]->Ypos(), 4);
-    EXPECT_EQ(rig.track().stars[0]->Zpos(), 10);
-    EXPECT_EQ(rig.track().stars[1]->Xpos(), -2);
-    EXPECT_EQ(rig.track().stars[1]->Zpos(), 11);
-    EXPECT_TRUE(rig.track().stars[1]->visible());
-}
+    EXPECT_EQ(t.ramps[1]->Xpos(), 0);  // -0.5 rounds to -0
+    EXPECT_EQ(t.ramps[1]->Zpos(), 8);
+    EXPECT_EQ(t.stars[0]->Xpos(), 2);
+    EXPECT_EQ(t.stars[0]->Ypos(), 4);
+    EXPECT_EQ(t.stars[0]->Zpos(), 10);
+    EXPECT_EQ(t.stars[1]->Xpos(), -2);
+    EXPECT_EQ(t.stars[1]->Zpos(), 11);
+    EXPECT_TRUE(t.stars[1]->visible());
 
-TEST(BuildLevel, PlatformsGetTheirMotion) {
-    BuildRig rig("build-platforms");
-    LevelRecord rec = Track(1, 0, 1, 0);
-    MovingPlatformRecord& m = rec.Platforms[0];
-    m.X = 1.25f;
-    m.Y = 2;
-    m.Z = 9.5f;
-    m.scaleX = 2;
-    m.Mspeed = 10;
-    m.Mdir = 2;
-    m.Mdist = 3;
-    m.MloopBack = 7;
-    m.ActionCode = 3;
-    m.TextureD = 2;
-    rig.track().BuildLevel(rec, false);
-    const clsMovingPlatform& p = *rig.track().platforms[0];
+    const clsMovingPlatform& p = *t.platforms[0];
     EXPECT_FLOAT_EQ(p.Xpos(), 1.25f);
     EXPECT_FLOAT_EQ(p.Zpos(), 9.5f);
     EXPECT_FLOAT_EQ(p.origin().x, 1.25f);

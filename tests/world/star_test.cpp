@@ -4,13 +4,17 @@
 namespace qb {
 namespace {
 
-using test::WorldRig;
+struct StarRig : test::WorldRig {
+    clsStar star{res};
+    explicit StarRig(const std::string& name, const std::string& model = "orb.x") : WorldRig(name) {
+        test::Touch(dir + "models/orb.x");
+        star.load(dir + "models/" + model);
+    }
+};
 
 TEST(Star, SpinsFiveDegreesPerPlayFrameAndWrapsToOne) {
-    WorldRig rig("star-spin");
-    test::Touch(rig.dir + "models/orb.x");
-    clsStar s(rig.res);
-    s.load(rig.dir + "models/orb.x");
+    StarRig rig("star-spin");
+    clsStar& s = rig.star;
     EXPECT_TRUE(s.visible());
     EXPECT_EQ(s.spinAngle(), 0);
     const WorldFrame playing{true, 0};
@@ -23,11 +27,9 @@ TEST(Star, SpinsFiveDegreesPerPlayFrameAndWrapsToOne) {
     EXPECT_EQ(s.spinAngle(), 1);
 }
 
-TEST(Star, CollectedStarIsNeitherDrawnNorSpun) {
-    WorldRig rig("star-collected");
-    test::Touch(rig.dir + "models/orb.x");
-    clsStar s(rig.res);
-    s.load(rig.dir + "models/orb.x");
+TEST(Star, ACollectedStarIsNeitherDrawnNorSpunAndAMissingModelDrawsNothing) {
+    StarRig rig("star-collected");
+    clsStar& s = rig.star;
     s.Spin(WorldFrame{true, 0});
     s.draw();
     const int calls = rig.device.drawCalls;
@@ -37,23 +39,14 @@ TEST(Star, CollectedStarIsNeitherDrawnNorSpun) {
     s.draw();
     EXPECT_EQ(rig.device.drawCalls, calls);
     EXPECT_EQ(s.spinAngle(), 5);
-}
 
-TEST(Star, StarsShareOneModel) {
-    WorldRig rig("star-share");
-    test::Touch(rig.dir + "models/orb.x");
-    clsStar a(rig.res), b(rig.res);
-    a.load(rig.dir + "models/orb.x");
-    b.load(rig.dir + "models/orb.x");
-    EXPECT_TRUE(a.hasModel());
-    EXPECT_TRUE(b.hasModel());
-    clsStar missing(rig.res);
-    missing.load(rig.dir + "models/none.x");
-    EXPECT_FALSE(missing.hasModel());
-    EXPECT_TRUE(missing.visible());
-    missing.Spin(WorldFrame{true, 0});  // spins, draws nothing, does not crash
-    missing.draw();
-    EXPECT_EQ(missing.spinAngle(), 5);
+    StarRig missing("star-missing", "none.x");
+    EXPECT_FALSE(missing.star.hasModel());
+    EXPECT_TRUE(missing.star.visible());
+    missing.star.Spin(WorldFrame{true, 0});  // spins, draws nothing, does not crash
+    missing.star.draw();
+    EXPECT_EQ(missing.device.drawCalls, 0);
+    EXPECT_EQ(missing.star.spinAngle(), 5);
 }
 
 }  // namespace
