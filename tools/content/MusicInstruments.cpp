@@ -9,31 +9,11 @@ namespace {
 double cents(double c) {
     return std::pow(2.0, c / 1200.0);
 }
-
-// Runs `voice(t)` returning (left, right) for every sample of a note.
-template <typename Voice>
-void render(Stereo& out, size_t at, double seconds, Voice voice) {
-    const size_t n = Samples(seconds);
-    for (size_t i = 0; i < n && at + i < out.size(); ++i) {
-        const double t = static_cast<double>(i) / kRate;
-        float l = 0, r = 0;
-        voice(t, l, r);
-        out.l[at + i] += l;
-        out.r[at + i] += r;
-    }
-}
-
-float panL(float pan) {
-    return static_cast<float>(std::cos((pan + 1.0) * kPi / 4.0));
-}
-float panR(float pan) {
-    return static_cast<float>(std::sin((pan + 1.0) * kPi / 4.0));
-}
 }  // namespace
 
 void Kick(Stereo& out, size_t at, float gain) {
     Osc osc;
-    render(out, at, 0.45, [&](double t, float& l, float& r) {
+    RenderNote(out, at, 0.45, [&](double t, float& l, float& r) {
         const double hz = 48.0 + 120.0 * std::exp(-t / 0.028);
         const double env =
             std::min(1.0, t / 0.001) * std::exp(-t / 0.22) * std::clamp((0.45 - t) / 0.05, 0.0, 1.0);
@@ -46,7 +26,7 @@ void Kick(Stereo& out, size_t at, float gain) {
 void Snare(Stereo& out, size_t at, float gain, Rng& rng) {
     Osc body;
     Svf hp;
-    render(out, at, 0.32, [&](double t, float& l, float& r) {
+    RenderNote(out, at, 0.32, [&](double t, float& l, float& r) {
         const double attack = std::min(1.0, t / 0.001);
         const float tone =
             body.sine(185.0 + 40.0 * std::exp(-t / 0.01)) * static_cast<float>(std::exp(-t / 0.05));
@@ -62,20 +42,21 @@ void Snare(Stereo& out, size_t at, float gain, Rng& rng) {
 void HiHat(Stereo& out, size_t at, float gain, double decaySeconds, float pan, Rng& rng) {
     Svf hp, lp;
     const double len = decaySeconds * 6.0;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    const Pan side(pan);
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         const float n = lp.process(hp.process(rng.next(), 7000.0f, 0.2f).high, 12000.0f, 0.0f).low;
         const double env = std::min(1.0, t / 0.0008) * std::exp(-t / decaySeconds) *
                            std::clamp((len - t) / (len * 0.2), 0.0, 1.0);
         const float v = gain * static_cast<float>(env) * n;
-        l = v * panL(pan);
-        r = v * panR(pan);
+        l = v * side.l;
+        r = v * side.r;
     });
 }
 
 void Crash(Stereo& out, size_t at, float gain, Rng& rng) {
     Svf hl, hr;
     const double len = 2.6;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         const double env = std::min(1.0, t / 0.002) * (0.3 * std::exp(-t / 0.08) + 0.7 * std::exp(-t / 0.7)) *
                            std::clamp((len - t) / 0.5, 0.0, 1.0);
         const float g = gain * static_cast<float>(env);
@@ -89,7 +70,7 @@ void BassNote(Stereo& out, size_t at, double seconds, int midi, float gain) {
     Svf lp;
     const Adsr env{0.003, 0.15, 0.6, 0.05};
     const double hz = NoteHz(midi);
-    render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+    RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         const float cutoff = static_cast<float>(220.0 + 1500.0 * std::exp(-t / 0.07));
         const float raw = 0.6f * saw.saw(hz) + 0.6f * sub.pulse(hz * 0.5, 0.5);
         const float v = gain * env.at(t, seconds) * lp.process(raw, cutoff, 0.35f).low;
@@ -108,7 +89,7 @@ void PadChord(Stereo& out, size_t at, double seconds, const std::vector<int>& no
         Svf fl, fr;
         const double hl0 = hz * cents(detune[0][0]), hl1 = hz * cents(detune[0][1]);
         const double hr0 = hz * cents(detune[1][0]), hr1 = hz * cents(detune[1][1]);
-        render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+        RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
             const float cutoff = static_cast<float>(900.0 + 300.0 * std::sin(2 * kPi * 0.25 * t));
             const float e = gain * env.at(t, seconds);
             const float sl = ol[0].saw(hl0) + ol[1].saw(hl1);
@@ -124,13 +105,14 @@ void PluckNote(Stereo& out, size_t at, double seconds, int midi, float gain, flo
     Svf lp;
     const double hz = NoteHz(midi);
     const double len = seconds + 0.25;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    const Pan side(pan);
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         const float cutoff = static_cast<float>(400.0 + 3500.0 * std::exp(-t / 0.05));
         const double env =
             std::min(1.0, t / 0.002) * std::exp(-t / 0.14) * std::clamp((len - t) / 0.05, 0.0, 1.0);
         const float v = gain * static_cast<float>(env) * lp.process(osc.pulse(hz, 0.25), cutoff, 0.3f).low;
-        l = v * panL(pan);
-        r = v * panR(pan);
+        l = v * side.l;
+        r = v * side.r;
     });
 }
 
@@ -140,15 +122,16 @@ void LeadNote(Stereo& out, size_t at, double seconds, int midi, float gain, floa
     const Adsr env{0.012, 0.25, 0.7, 0.12};
     const double hz = NoteHz(midi);
     const double flat = cents(-6), sharp = cents(6);
-    render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+    const Pan side(pan);
+    RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         // Vibrato creeps in on held notes only.
         const double depth = 0.004 * std::clamp((t - 0.18) / 0.2, 0.0, 1.0);
         const double f = hz * (1.0 + depth * std::sin(2 * kPi * 5.5 * t));
         const float raw =
             0.5f * a.pulse(f * flat, 0.3) + 0.5f * b.pulse(f * sharp, 0.5) + 0.3f * c.triangle(f);
         const float v = gain * env.at(t, seconds) * lp.process(raw, 3600.0f, 0.15f).low;
-        l = v * panL(pan);
-        r = v * panR(pan);
+        l = v * side.l;
+        r = v * side.r;
     });
 }
 
@@ -156,13 +139,14 @@ void BellNote(Stereo& out, size_t at, int midi, float gain, float pan) {
     Osc f, p, o;
     const double hz = NoteHz(midi);
     const double len = 1.6;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    const Pan side(pan);
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         const double env =
             std::min(1.0, t / 0.002) * std::exp(-t / 0.45) * std::clamp((len - t) / 0.2, 0.0, 1.0);
         const float v = f.sine(hz) + 0.2f * p.sine(hz * 2.76) * static_cast<float>(std::exp(-t / 0.08)) +
                         0.25f * o.sine(hz * 2.0);
-        l = gain * static_cast<float>(env) * v * panL(pan);
-        r = gain * static_cast<float>(env) * v * panR(pan);
+        l = gain * static_cast<float>(env) * v * side.l;
+        r = gain * static_cast<float>(env) * v * side.r;
     });
 }
 

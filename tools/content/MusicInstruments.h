@@ -3,6 +3,7 @@
 // into a stereo buffer at a sample position; notes past the end are cut.
 #pragma once
 
+#include <cmath>
 #include <vector>
 
 #include "tools/content/SoundSynth.h"
@@ -16,6 +17,27 @@ struct Grid {
     size_t at(double steps) const { return Samples(steps * stepSeconds()); }
     double seconds(double steps) const { return steps * stepSeconds(); }
 };
+
+// Equal-power gains for a pan position, -1 left .. +1 right.
+struct Pan {
+    float l, r;
+    explicit Pan(float pan)
+        : l(static_cast<float>(std::cos((pan + 1.0) * kPi / 4.0))),
+          r(static_cast<float>(std::sin((pan + 1.0) * kPi / 4.0))) {}
+};
+
+// Adds a note `seconds` long at `at`: `voice(t, l, r)` gives each sample.
+template <typename Voice>
+void RenderNote(Stereo& out, size_t at, double seconds, Voice voice) {
+    const size_t n = Samples(seconds);
+    for (size_t i = 0; i < n && at + i < out.size(); ++i) {
+        const double t = static_cast<double>(i) / kRate;
+        float l = 0, r = 0;
+        voice(t, l, r);
+        out.l[at + i] += l;
+        out.r[at + i] += r;
+    }
+}
 
 void Kick(Stereo& out, size_t at, float gain);
 void Snare(Stereo& out, size_t at, float gain, Rng& rng);

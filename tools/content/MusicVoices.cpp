@@ -3,28 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "tools/content/MusicInstruments.h"
+
 namespace qb::content::sound {
 
 namespace {
-template <typename Voice>
-void render(Stereo& out, size_t at, double seconds, Voice voice) {
-    const size_t n = Samples(seconds);
-    for (size_t i = 0; i < n && at + i < out.size(); ++i) {
-        const double t = static_cast<double>(i) / kRate;
-        float l = 0, r = 0;
-        voice(t, l, r);
-        out.l[at + i] += l;
-        out.r[at + i] += r;
-    }
-}
-
-struct Pan {
-    float l, r;
-    explicit Pan(float pan)
-        : l(static_cast<float>(std::cos((pan + 1.0) * kPi / 4.0))),
-          r(static_cast<float>(std::sin((pan + 1.0) * kPi / 4.0))) {}
-};
-
 // A short fade at the very end of every note so nothing is cut off mid-wave.
 double tailFade(double t, double length, double fade) {
     return std::clamp((length - t) / fade, 0.0, 1.0);
@@ -37,7 +20,7 @@ void KeysNote(Stereo& out, size_t at, double seconds, int midi, float gain, floa
     const Pan p(pan);
     const double len = env.length(seconds);
     double pc = 0, pm = 0;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         // Phase modulation by a partial an octave up, its index falling fast.
         const double index = 0.5 + 2.5 * std::exp(-t / 0.12);
         const double v = std::sin(2 * kPi * pc + index * std::sin(2 * kPi * pm));
@@ -55,7 +38,7 @@ void SubNote(Stereo& out, size_t at, double seconds, int midi, float gain) {
     Osc osc;
     const Adsr env{0.02, 0.3, 0.85, 0.15};
     const double hz = NoteHz(midi);
-    render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+    RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         const float s = osc.sine(hz);
         const float v = gain * env.at(t, seconds) * (s + 0.15f * s * s * s);
         l = v;
@@ -71,7 +54,7 @@ void SawLeadNote(Stereo& out, size_t at, double seconds, int midi, float gain, f
     const Adsr env{0.02, 0.3, 0.75, 0.18};
     const double hz = NoteHz(midi);
     const Pan p(pan);
-    render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+    RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         float a = 0, b = 0;
         for (int k = 0; k < kVoices; ++k) {
             const float s = saws[k].saw(hz * (1.0 + detune[k]));
@@ -89,7 +72,7 @@ void FluteNote(Stereo& out, size_t at, double seconds, int midi, float gain, flo
     const Adsr env{0.08, 0.3, 0.8, 0.3};
     const double hz = NoteHz(midi);
     const Pan p(pan);
-    render(out, at, env.length(seconds), [&](double t, float& l, float& r) {
+    RenderNote(out, at, env.length(seconds), [&](double t, float& l, float& r) {
         const double f = hz * (1.0 + 0.005 * std::sin(2 * kPi * 4.8 * t) * std::clamp(t / 0.4, 0.0, 1.0));
         const float noise = breath.process(rng.next(), static_cast<float>(hz * 2.0), 0.6f).band;
         const float v = gain * env.at(t, seconds) * (a.sine(f) + 0.12f * b.sine(2 * f) + 0.25f * noise);
@@ -101,7 +84,7 @@ void FluteNote(Stereo& out, size_t at, double seconds, int midi, float gain, flo
 void Clap(Stereo& out, size_t at, float gain, Rng& rng) {
     Svf bp;
     const double len = 0.35;
-    render(out, at, len, [&](double t, float& l, float& r) {
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         // Three quick bursts, then the room.
         double env = std::exp(-t / 0.07);
         for (double burst : {0.0, 0.011, 0.022})
@@ -117,7 +100,7 @@ void Shaker(Stereo& out, size_t at, float gain, float pan, Rng& rng) {
     Svf hp;
     const double len = 0.09;
     const Pan p(pan);
-    render(out, at, len, [&](double t, float& l, float& r) {
+    RenderNote(out, at, len, [&](double t, float& l, float& r) {
         const double env = std::min(1.0, t / 0.012) * std::exp(-t / 0.025) * tailFade(t, len, 0.02);
         const float v = gain * static_cast<float>(env) * hp.process(rng.next(), 6000.0f, 0.1f).high;
         l = v * p.l;

@@ -77,54 +77,47 @@ void ZoneBand::pad(double step, double length, const std::vector<int>& notes, fl
                    [s, n](Stereo& b) { PadChord(b, 0, s, {n}, 1.0f); });
 }
 
+void ZoneBand::place(double step, float gain, float sendGain, const std::string& key, double seconds,
+                     const NoteCache::Render& render) {
+    cache_.add(out, at(step), gain, key, seconds, render);
+    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, key, seconds, render);
+}
+
 void ZoneBand::keys(double step, double length, int midi, float gain, float pan, float sendGain) {
     const double s = grid.seconds(length);
-    const std::string k = id("keys", midi, s, pan);
-    auto r = [s, midi, pan](Stereo& b) { KeysNote(b, 0, s, midi, 1.0f, pan); };
-    cache_.add(out, at(step), gain, k, s + 0.25, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, s + 0.25, r);
+    place(step, gain, sendGain, id("keys", midi, s, pan), s + 0.25,
+          [s, midi, pan](Stereo& b) { KeysNote(b, 0, s, midi, 1.0f, pan); });
 }
 
 void ZoneBand::pluck(double step, double length, int midi, float gain, float pan, float sendGain) {
     const double s = grid.seconds(length);
-    const std::string k = id("pluck", midi, s, pan);
-    auto r = [s, midi, pan](Stereo& b) { PluckNote(b, 0, s, midi, 1.0f, pan); };
-    cache_.add(out, at(step), gain, k, s + 0.25, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, s + 0.25, r);
+    place(step, gain, sendGain, id("pluck", midi, s, pan), s + 0.25,
+          [s, midi, pan](Stereo& b) { PluckNote(b, 0, s, midi, 1.0f, pan); });
 }
 
 void ZoneBand::bell(double step, int midi, float gain, float pan, float sendGain) {
-    const std::string k = id("bell", midi, 1.6, pan);
-    auto r = [midi, pan](Stereo& b) { BellNote(b, 0, midi, 1.0f, pan); };
-    cache_.add(out, at(step), gain, k, 1.6, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, 1.6, r);
+    place(step, gain, sendGain, id("bell", midi, 1.6, pan), 1.6,
+          [midi, pan](Stereo& b) { BellNote(b, 0, midi, 1.0f, pan); });
 }
 
 void ZoneBand::lead(double step, double length, int midi, float gain, float pan, float sendGain) {
     const double s = grid.seconds(length) * 0.92;
-    const std::string k = id("lead", midi, s, pan);
-    auto r = [s, midi, pan](Stereo& b) { LeadNote(b, 0, s, midi, 1.0f, pan); };
-    cache_.add(out, at(step), gain, k, s + 0.12, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, s + 0.12, r);
+    place(step, gain, sendGain, id("lead", midi, s, pan), s + 0.12,
+          [s, midi, pan](Stereo& b) { LeadNote(b, 0, s, midi, 1.0f, pan); });
 }
 
 void ZoneBand::sawLead(double step, double length, int midi, float gain, float pan, float sendGain) {
     const double s = grid.seconds(length) * 0.92;
-    const std::string k = id("saw", midi, s, pan);
-    auto r = [s, midi, pan](Stereo& b) { SawLeadNote(b, 0, s, midi, 1.0f, pan); };
-    cache_.add(out, at(step), gain, k, s + 0.18, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, s + 0.18, r);
+    place(step, gain, sendGain, id("saw", midi, s, pan), s + 0.18,
+          [s, midi, pan](Stereo& b) { SawLeadNote(b, 0, s, midi, 1.0f, pan); });
 }
 
 void ZoneBand::flute(double step, double length, int midi, float gain, float pan, float sendGain) {
     const double s = grid.seconds(length) * 0.95;
-    const std::string k = id("flute", midi, s, pan);
-    auto r = [s, midi, pan](Stereo& b) {
+    place(step, gain, sendGain, id("flute", midi, s, pan), s + 0.3, [s, midi, pan](Stereo& b) {
         Rng rng(0xF1u + static_cast<uint32_t>(midi));
         FluteNote(b, 0, s, midi, 1.0f, pan, rng);
-    };
-    cache_.add(out, at(step), gain, k, s + 0.3, r);
-    if (sendGain > 0) cache_.add(send, at(step), gain * sendGain, k, s + 0.3, r);
+    });
 }
 
 void ZoneBand::tune(int bar, const std::vector<TuneNote>& notes, Voice voice, int transpose, float gain,

@@ -47,6 +47,9 @@ public:
 private:
     size_t at(double step) const { return grid.at(step); }
     static std::string id(const char* voice, int midi, double seconds, float pan);
+    // A melodic note on the loop and, with a `sendGain`, a copy on the echo send.
+    void place(double step, float gain, float sendGain, const std::string& key, double seconds,
+               const NoteCache::Render& render);
     NoteCache cache_;
 };
 
