@@ -9,8 +9,10 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <vector>
@@ -95,6 +97,25 @@ struct Capture {
         return out;
     }
 };
+
+// What SDL's disk driver has written so far: 16-bit stereo frames.
+inline size_t FramesWritten(const std::string& rawFile) {
+    std::error_code ec;
+    const auto bytes = std::filesystem::file_size(rawFile, ec);
+    return ec ? 0 : static_cast<size_t>(bytes / 4);
+}
+
+inline Capture ReadCapture(const std::string& rawFile) {
+    Capture c;
+    std::ifstream in(rawFile, std::ios::binary);
+    std::vector<char> raw((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    for (size_t i = 0; i + 1 < raw.size(); i += 2) {
+        int16_t v;
+        std::memcpy(&v, raw.data() + i, 2);
+        c.samples.push_back(static_cast<float>(v) / 32768.0f);
+    }
+    return c;
+}
 
 inline double Rms(const std::vector<float>& s) {
     if (s.empty()) return 0;

@@ -6,10 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "level/LevelFileWriter.h"
 #include "level/TrackSource.h"
@@ -82,11 +80,7 @@ TEST(GameSounds, MenusAJumpAStarAndTheFinishSoundInOrder) {
     ASSERT_TRUE(game.startup());
     ASSERT_EQ(game.GameState, MainMenu);
 
-    auto mark = [&] {
-        std::error_code ec;
-        const auto size = fs::file_size(outFile, ec);
-        return ec ? size_t{0} : static_cast<size_t>(size / 4);
-    };
+    auto mark = [&] { return test::FramesWritten(outFile); };
     struct Event {
         const char* what;
         double hz;
@@ -141,14 +135,7 @@ TEST(GameSounds, MenusAJumpAStarAndTheFinishSoundInOrder) {
     game.shutdown();
 
     // Read back the mix and check each event's window.
-    std::ifstream in(outFile, std::ios::binary);
-    std::vector<char> raw((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    test::Capture mix;
-    for (size_t i = 0; i + 1 < raw.size(); i += 2) {
-        int16_t v;
-        std::memcpy(&v, raw.data() + i, 2);
-        mix.samples.push_back(static_cast<float>(v) / 32768.0f);
-    }
+    const test::Capture mix = test::ReadCapture(outFile);
     const size_t window = 400 * test::kRate / 1000;
     size_t last = 0;
     for (const Event& e : events) {

@@ -7,7 +7,6 @@
 #include "audio/DXmusicSFX.h"
 #include "persist/AtomicFile.h"
 #include "platform/headless/HeadlessPlatform.h"
-#include "shell/frmGame.h"
 #include "tests/audio/AudioTestSupport.h"
 
 namespace qb {
@@ -101,14 +100,6 @@ TEST(SoundModule, WithoutADeviceOrWithAMissingEffectEverythingStaysSilent) {
         EXPECT_EQ(r->saved().SfxVolume, -1000);
         EXPECT_EQ(r->saved().MusicVolume, 50);
     }
-}
-
-TEST(SoundModule, AMissingMusicPieceStillLetsSoundStart) {
-    Rig r("nomusic");
-    std::filesystem::remove(r.dir + "music/winlevel.ogg");
-    EXPECT_TRUE(r.start(50, 0));
-    EXPECT_EQ(r.device.music.count(7), 0u);
-    EXPECT_EQ(r.device.music.count(1), 1u);
 }
 
 TEST(SoundModule, EachEffectFollowsItsOwnRestartRule) {
@@ -241,29 +232,6 @@ TEST(SoundModule, TheGeneratedGameFolderHasEverySound) {
     r.options = optionsDat(test::AudioScratch("gamefolder-options") + "options.dat");
     EXPECT_TRUE(r.start());
     EXPECT_EQ(r.device.music.size(), 7u);
-}
-
-TEST(SoundModule, TrackMusicPausesWhileTheWindowHasNoFocusAndGoesOnWhenItReturns) {
-    const std::string writeDir = test::AudioScratch("focus");
-    HeadlessPlatform hp(QUORBIT_GAME_DIR, writeDir);
-    frmGame game(hp.platform);
-    ASSERT_TRUE(game.sound->InitSound());
-    game.sound->SetMusicVolume(50);
-    game.sound->PlayMusic(MusicTrack);
-    hp.audio.log.clear();
-
-    game.GameState = Playing;
-    game.GameRunning = true;
-    hp.window.focus = false;
-    hp.window.onProcess = [&](WindowEvents& events) {
-        if (hp.window.processCount == 3) hp.window.focus = true;
-        if (hp.window.processCount == 4) events.onClose();
-    };
-    game.mainLoopPass();
-    ASSERT_GE(hp.audio.log.size(), 2u);
-    EXPECT_EQ(hp.audio.log.front(), "pause");
-    EXPECT_EQ(hp.audio.log.back(), "music 1 loop");
-    EXPECT_EQ(hp.audio.musicPlaying, 1);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <SDL.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <tuple>
 
@@ -83,6 +84,16 @@ BlockVertex V(float x, float y, float z, uint32_t diffuse, float u, float v) {
     return {x, y, z, diffuse, 0, u, v};
 }
 
+// A textured screen quad for a triangle strip, corners top left, top right,
+// bottom left, bottom right; a button's top-left corner sits at depth 1.
+std::array<ScreenVertex, 4> Quad(float x, float y, float w, float h, uint32_t colour, float z = 0,
+                                 float topLeftZ = 0) {
+    return {{{x, y, topLeftZ, 1, colour, 0, 0, 0},
+             {x + w, y, z, 1, colour, 0, 1, 0},
+             {x, y + h, z, 1, colour, 0, 0, 1},
+             {x + w, y + h, z, 1, colour, 0, 1, 1}}};
+}
+
 TEST_F(GlDevice, BlockFrontFaceShowsAndBackWindingIsCulled) {
     const TextureId red =
         device.createTextureFromFile(WriteBmp("qb_red.bmp", 8, 8, 0xFF0000, 0xFF0000), 0, 0, 0, true);
@@ -118,18 +129,11 @@ TEST_F(GlDevice, NearerGeometryHidesFartherAndScreenDepthCounts) {
     device.setTexture(0);  // untextured: the diffuse colour
     device.drawBlockVertices(Primitive::TriangleStrip, nearQuad, 2);
     device.drawBlockVertices(Primitive::TriangleStrip, farQuad, 2);
-    // Screen quads: a far one (depth 0.9) then a near one (0.1) over the same pixels.
-    auto quad = [](float x, float y, float z, uint32_t colour, ScreenVertex out[4]) {
-        out[0] = {x, y, z, 1, colour, 0, 0, 0};
-        out[1] = {x + 40, y, z, 1, colour, 0, 1, 0};
-        out[2] = {x, y + 40, z, 1, colour, 0, 0, 1};
-        out[3] = {x + 40, y + 40, z, 1, colour, 0, 1, 1};
-    };
-    ScreenVertex a[4], b[4];
-    quad(700, 20, 0.1f, 0xFFFFFF00, a);
-    quad(700, 20, 0.9f, 0xFF00FFFF, b);
-    device.drawScreenVertices(Primitive::TriangleStrip, a, 2);
-    device.drawScreenVertices(Primitive::TriangleStrip, b, 2);
+    // Screen quads: a near one (depth 0.1) then a far one (0.9) over the same pixels.
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(700, 20, 40, 40, 0xFFFFFF00, 0.1f, 0.1f).data(),
+                              2);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(700, 20, 40, 40, 0xFF00FFFF, 0.9f, 0.9f).data(),
+                              2);
     shoot("qb_depth.png");
     expectColour(400, 300, 0, 255, 0);
     expectColour(400, 100, 255, 0, 0);
@@ -153,12 +157,7 @@ TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     device.setTextureStageState(TextureStageState::AlphaOp, TopSelectArg1);
     device.setTextureStageState(TextureStageState::AlphaArg1, TaTexture);
     device.setTexture(keyed);
-    const uint32_t white = 0xFFFFFFFFu;
-    ScreenVertex q[4] = {{100, 100, 1, 1, white, 0, 0, 0},
-                         {164, 100, 0, 1, white, 0, 1, 0},
-                         {100, 163, 0, 1, white, 0, 0, 1},
-                         {164, 163, 0, 1, white, 0, 1, 1}};
-    device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(100, 100, 64, 63, 0xFFFFFFFFu, 0, 1).data(), 2);
     // A translucent button: diffuse alpha 160 modulated with itself, added to
     // what is there (destination alpha reads 1).
     device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
@@ -166,12 +165,7 @@ TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     device.setTextureStageState(TextureStageState::AlphaOp, TopModulate);
     device.setTextureStageState(TextureStageState::AlphaArg1, TaDiffuse);
     device.setTextureStageState(TextureStageState::AlphaArg2, TaCurrent);
-    const uint32_t faint = 0xA0FFFFFFu;
-    ScreenVertex t[4] = {{300, 100, 1, 1, faint, 0, 0, 0},
-                         {364, 100, 0, 1, faint, 0, 1, 0},
-                         {300, 163, 0, 1, faint, 0, 0, 1},
-                         {364, 163, 0, 1, faint, 0, 1, 1}};
-    device.drawScreenVertices(Primitive::TriangleStrip, t, 2);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(300, 100, 64, 63, 0xA0FFFFFFu, 0, 1).data(), 2);
     shoot("qb_keyed.png");
     expectColour(110, 130, 0, 0, 64);       // keyed: the backdrop shows through
     expectColour(150, 130, 0, 255, 0);      // green, opaque
@@ -279,13 +273,8 @@ TEST_F(GlDevice, VideoModeChangeRemakesTheBackBufferAndKeepsTextures) {
     device.setRenderState(RenderState::ZEnable, 1);
     device.clear(Backdrop, 1.0f);
     device.setTexture(red);
-    const uint32_t white = 0xFFFFFFFFu;
     // The bottom-right corner exists only in the larger mode.
-    ScreenVertex q[4] = {{1000, 740, 0, 1, white, 0, 0, 0},
-                         {1024, 740, 0, 1, white, 0, 1, 0},
-                         {1000, 768, 0, 1, white, 0, 0, 1},
-                         {1024, 768, 0, 1, white, 0, 1, 1}};
-    device.drawScreenVertices(Primitive::TriangleStrip, q, 2);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(1000, 740, 24, 28, 0xFFFFFFFFu).data(), 2);
     device.present();
     const std::string path = ::testing::TempDir() + "qb_mode2.png";
     ASSERT_TRUE(device.saveScreenshot(path));

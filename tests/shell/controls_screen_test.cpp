@@ -15,26 +15,10 @@ namespace {
 
 using test::TestGame;
 
-struct ControlsGame {
-    TestGame t;
-    frmGame& g;
-    explicit ControlsGame(const char* name) : t(name), g(*t.game) {
-        std::filesystem::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", t.writeDir + "levels.dat");
-        EXPECT_TRUE(g.startup());
-        g.HandleKeyboard();
-    }
-    // One tap: down in one pass, up in the next.
-    void tap(uint8_t key) {
-        t.hp.keyboard.press(key);
-        g.HandleKeyboard();
-        t.hp.keyboard.release(key);
-        g.HandleKeyboard();
-    }
-};
-
 TEST(ControlsScreen, ReachedFromTheOptionsARowTakesANewKeyThatDrivesAndIsKept) {
-    ControlsGame c("controls-screen");
+    test::ShippedGame c("controls-screen");
     frmGame& g = c.g;
+    g.HandleKeyboard();
     c.tap(DIK_DOWN);  // Options
     c.tap(DIK_RETURN);
     ASSERT_EQ(g.GameState, Options);
@@ -90,8 +74,7 @@ TEST(ControlsScreen, ReachedFromTheOptionsARowTakesANewKeyThatDrivesAndIsKept) {
     c.t.hp.keyboard.setOnly({});
 
     // Back on the screen, Defaults (by mouse) restores and empties the file's keys.
-    g.GameState = Options;
-    g.gui->SetupScreen(0);
+    c.show(Options);
     g.gui->Click(57);
     ASSERT_EQ(g.GameState, ControlsMenu);
     g.gui->Click(58);

@@ -14,35 +14,19 @@
 namespace qb {
 namespace {
 
-using test::TestGame;
-
 struct Hold {
     uint8_t key;
     double fromMs, toMs;
 };
 
-// The game on the shipped tracks, a person's hands on its keyboard.
-struct Hands {
-    TestGame t;
-    frmGame& g;
-    std::vector<int16_t> screens;  // every screen the game showed, in order
-
-    explicit Hands(const char* name) : t(name), g(*t.game) {
-        std::filesystem::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", t.writeDir + "levels.dat");
-        EXPECT_TRUE(g.startup());
+struct Hands : test::ShippedGame {
+    explicit Hands(const char* name) : ShippedGame(name) {
         EXPECT_EQ(g.levels->LevelCount(), 60);
         g.gui->OpenZone(1);
     }
-    void show(int16_t state) {
-        g.GameState = state;
-        g.gui->SetupScreen(0);
-    }
     // Runs the main loop for `ms` of fake time with these keys held.
     void play(std::vector<Hold> holds, double ms) {
-        const int64_t start = t.hp.clock.now;
-        screens = {g.GameState};
-        t.hp.window.onProcess = [&, holds, ms, start](WindowEvents&) {
-            const double now = static_cast<double>(t.hp.clock.now - start) / 1000.0;
+        run(ms, [&](double now) {
             bool down[256] = {};
             for (const Hold& h : holds)
                 if (now >= h.fromMs && now < h.toMs) down[h.key] = true;
@@ -52,34 +36,22 @@ struct Hands {
                 else
                     t.hp.keyboard.release(static_cast<uint8_t>(k));
             }
-            if (g.GameState != screens.back()) screens.push_back(g.GameState);
-            if (now >= ms) g.GameRunning = false;
-        };
-        g.GameRunning = true;
-        g.runMainLoop();
-        t.hp.window.onProcess = nullptr;
+        });
     }
 };
 
-TEST(KeysActWhereTheyWentDown, OneEscOnTheMadeItScreenGoesBackOneScreen) {
-    Hands h("madeit-esc");
-    h.show(MadeIt);
-    h.play({{DIK_ESCAPE, 20, 170}}, 400);
-    EXPECT_EQ(h.screens, (std::vector<int16_t>{MadeIt, TrackChoice}));
-    // A second press goes on to the zone choice.
-    h.play({{DIK_ESCAPE, 20, 170}}, 400);
-    EXPECT_EQ(h.g.GameState, ZoneChoice);
-}
-
-TEST(KeysActWhereTheyWentDown, OneEscOnATrackChoiceGoesBackOneScreen) {
-    Hands h("trackchoice-esc");
-    h.play({{DIK_ESCAPE, 20, 170}}, 400);
-    EXPECT_EQ(h.screens, (std::vector<int16_t>{TrackChoice, ZoneChoice}));
-
-    // The user tracks' choice likewise.
-    h.show(UserTrackChoice);
-    h.play({{DIK_ESCAPE, 20, 170}}, 400);
-    EXPECT_EQ(h.screens, (std::vector<int16_t>{UserTrackChoice, ZoneChoice}));
+TEST(KeysActWhereTheyWentDown, OneEscGoesBackOneScreen) {
+    struct Case {
+        int16_t from, to;
+    };
+    for (const Case& c :
+         {Case{MadeIt, TrackChoice}, Case{TrackChoice, ZoneChoice}, Case{UserTrackChoice, ZoneChoice}}) {
+        SCOPED_TRACE(c.from);
+        Hands h("esc-back");
+        h.show(c.from);
+        h.play({{DIK_ESCAPE, 20, 170}}, 400);
+        EXPECT_EQ(h.screens, (std::vector<int16_t>{c.from, c.to}));
+    }
 }
 
 TEST(KeysActWhereTheyWentDown, AReturnHeldAsAJumpDoesNotChooseInThePauseMenu) {

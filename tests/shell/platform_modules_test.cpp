@@ -11,39 +11,32 @@
 namespace qb {
 namespace {
 
-void ExpectMatrix(const Matrix4& m, const float (&want)[4][4]) {
-    for (int r = 0; r < 4; ++r)
-        for (int c = 0; c < 4; ++c) EXPECT_NEAR(m.m[r][c], want[r][c], 1e-5f) << "row " << r << " col " << c;
-}
-
-TEST(Matrices, LookAtFromTheStartCameraMatchesDirect3D) {
-    // Eye (0, 25, -18) looking at (0, 8, 0): values as D3DXMatrixLookAtLH gives them.
+// Direct3D's conventions: left-handed, row vectors, depth 0 at the near
+// plane and 1 at the far one.
+TEST(Matrices, TheStartCameraSeesItsTargetAheadWithRightAndUpKept) {
+    // Eye (0, 25, -18) looking at (0, 8, 0).
     const Matrix4 m = MatrixLookAtLH({0, 25, -18}, {0, 8, 0}, {0, 1, 0});
     const float len = std::sqrt(17.0f * 17.0f + 18.0f * 18.0f);
-    const float zy = -17.0f / len, zz = 18.0f / len;  // forward axis
-    const float yy = zz, yz = -zy;                    // up axis = forward x right
-    const float want[4][4] = {
-        {1, 0, 0, 0}, {0, yy, zy, 0}, {0, yz, zz, 0}, {0, -(25 * yy + -18 * yz), -(25 * zy + -18 * zz), 1}};
-    ExpectMatrix(m, want);
-    // The look-at point lies on the view axis, in front of the eye.
     const Vector3 at = TransformCoord({0, 8, 0}, m);
     EXPECT_NEAR(at.x, 0, 1e-5);
     EXPECT_NEAR(at.y, 0, 1e-5);
     EXPECT_NEAR(at.z, len, 1e-4);
-}
+    // One unit right of the target is one unit right in view; above is above.
+    EXPECT_NEAR(TransformCoord({1, 8, 0}, m).x, 1.0f, 1e-5);
+    EXPECT_GT(TransformCoord({0, 9, 0}, m).y, 0.5f);
 
-TEST(Matrices, PerspectiveMapsNearAndFarToZeroAndOne) {
-    const Matrix4 m = MatrixPerspectiveFovLH(3.14159265f / 4, 1.0f, 0.1f, 500.0f);
-    const float ys = 1.0f / std::tan(3.14159265f / 8);
-    const float want[4][4] = {
-        {ys, 0, 0, 0}, {0, ys, 0, 0}, {0, 0, 500.0f / 499.9f, 1}, {0, 0, -0.1f * 500.0f / 499.9f, 0}};
-    ExpectMatrix(m, want);
-    EXPECT_NEAR(TransformCoord({0, 0, 0.1f}, m).z, 0.0f, 1e-5);
-    EXPECT_NEAR(TransformCoord({0, 0, 500.0f}, m).z, 1.0f, 1e-5);
+    const float halfFov = 3.14159265f / 8;
+    const Matrix4 p = MatrixPerspectiveFovLH(2 * halfFov, 1.0f, 0.1f, 500.0f);
+    EXPECT_NEAR(TransformCoord({0, 0, 0.1f}, p).z, 0.0f, 1e-5);
+    EXPECT_NEAR(TransformCoord({0, 0, 500.0f}, p).z, 1.0f, 1e-5);
+    // The edges of the field of view land on the edges of the picture.
+    const float edge = 10 * std::tan(halfFov);
+    EXPECT_NEAR(TransformCoord({0, edge, 10}, p).y, 1.0f, 1e-5);
+    EXPECT_NEAR(TransformCoord({-edge, 0, 10}, p).x, -1.0f, 1e-5);
     // Row vectors: translation lives in the fourth row.
-    const Matrix4 t = MatrixTranslation(1, 2, 3);
-    EXPECT_EQ(t.m[3][0], 1);
-    EXPECT_EQ(t.m[3][2], 3);
+    const Vector3 moved = TransformCoord({1, 1, 1}, MatrixTranslation(1, 2, 3));
+    EXPECT_FLOAT_EQ(moved.x, 2);
+    EXPECT_FLOAT_EQ(moved.z, 4);
 }
 
 TEST(DebugLog, RecordsAreQuotedWithCrlfAndNumbersPlain) {

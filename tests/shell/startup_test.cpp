@@ -30,6 +30,9 @@ TEST(Startup, WritesTheReportAndEveryStepInOrderThenRunsUntilClosed) {
     EXPECT_EQ(code, 0);
     EXPECT_EQ(t.game->GameState, Closing);
     EXPECT_FALSE(t.game->GameRunning);
+    // Loading frames during start-up, then the menu pass.
+    EXPECT_TRUE(t.hp.window.shown);
+    EXPECT_GE(t.hp.graphics.presentCount, 2);
 
     const auto lines = t.log();
     ASSERT_GE(lines.size(), 20u);
@@ -61,15 +64,6 @@ TEST(Startup, WritesTheReportAndEveryStepInOrderThenRunsUntilClosed) {
     // The keyboard block is framed by empty records.
     EXPECT_EQ(lines[kbd - 1], "");
     EXPECT_EQ(lines[guid + 1], "");
-}
-
-TEST(Startup, ShowsTheLoadingPictureBeforeTheMenus) {
-    TestGame t("loading");
-    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
-    t.game->Form_Load();
-    EXPECT_TRUE(t.hp.window.shown);
-    // Two loading frames during start-up, then at least one menu pass.
-    EXPECT_GE(t.hp.graphics.presentCount, 2);  // a loading frame, then menu passes
 }
 
 TEST(Startup, WithoutHardwareLogsFalseExplainsAndStops) {
@@ -123,35 +117,37 @@ TEST(Startup, WithoutKeyboardSkipsSoundButStillReachesTheMenus) {
     EXPECT_EQ(t.hp.window.messages[0], "Error occured trying to initalise Direct Input");
 }
 
-TEST(Startup, FreshOptionsPlayAt800x600AndASecondStartRewritesTheLog) {
-    TestGame t("fresh");
-    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
-    t.game->Form_Load();
-    EXPECT_EQ(t.hp.graphics.created.width, 800);
-    EXPECT_EQ(t.hp.graphics.created.height, 600);
-    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
-    EXPECT_TRUE(std::filesystem::exists(t.writeDir + "options.dat"));
-    const auto first = t.log();
-
-    frmGame again(t.hp.platform);
-    again.Form_Load();
-    const auto second = t.log();
-    EXPECT_EQ(first.size(), second.size());  // replaced, not appended
-}
-
-TEST(Startup, StoredVideoMode2PlaysAt1024x768WithCentredLayout) {
-    TestGame t("mode2");
-    {
-        std::ofstream o(t.writeDir + "options.dat", std::ios::binary);
-        const unsigned char bytes[12] = {50, 0, 0, 0, 0x30, 0xF8, 0xFF, 0xFF, 2, 0, 0, 0};
-        o.write(reinterpret_cast<const char*>(bytes), 12);
+// A fresh options file plays at 800x600; a stored video mode 2 at 1024x768
+// with the 800x600 layout centred.
+TEST(Startup, TheStoredVideoModeSetsTheBackBufferAndTheLayoutOffset) {
+    struct Case {
+        const char* name;
+        int32_t storedMode;  // -1: no options.dat yet
+        int width, height;
+        float offsetX, offsetY;
+    };
+    for (const Case& c : {Case{"fresh", -1, 800, 600, 0, 0}, Case{"mode2", 2, 1024, 768, 112, 84}}) {
+        SCOPED_TRACE(c.name);
+        TestGame t(c.name);
+        if (c.storedMode >= 0) {
+            const int32_t stored[3] = {50, -2000, c.storedMode};
+            std::ofstream(t.writeDir + "options.dat", std::ios::binary)
+                .write(reinterpret_cast<const char*>(stored), sizeof stored);
+        }
+        t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
+        t.game->Form_Load();
+        EXPECT_EQ(t.hp.graphics.created.width, c.width);
+        EXPECT_EQ(t.hp.graphics.created.height, c.height);
+        EXPECT_EQ(t.game->dx->GuiOffsetX, c.offsetX);
+        EXPECT_EQ(t.game->dx->GuiOffsetY, c.offsetY);
+        EXPECT_TRUE(std::filesystem::exists(t.writeDir + "options.dat"));
+        if (c.storedMode >= 0) continue;
+        // A second start replaces the log instead of appending to it.
+        const auto first = t.log();
+        frmGame again(t.hp.platform);
+        again.Form_Load();
+        EXPECT_EQ(first.size(), t.log().size());
     }
-    t.hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
-    t.game->Form_Load();
-    EXPECT_EQ(t.hp.graphics.created.width, 1024);
-    EXPECT_EQ(t.hp.graphics.created.height, 768);
-    EXPECT_EQ(t.game->dx->GuiOffsetX, 112.0f);
-    EXPECT_EQ(t.game->dx->GuiOffsetY, 84.0f);
 }
 
 TEST(Startup, MultisamplingTakesTheHighestOf2_4_6) {

@@ -15,40 +15,24 @@
 namespace qb {
 namespace {
 
-using test::TestGame;
-
 struct Tap {
     uint8_t key;
     double atMs;
 };
 
-struct Tapper {
-    TestGame t;
-    frmGame& g;
-    std::vector<int16_t> screens;
-
-    explicit Tapper(const char* name) : t(name), g(*t.game) {
-        std::filesystem::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", t.writeDir + "levels.dat");
-        EXPECT_TRUE(g.startup());
-    }
+// Each tap is a press and a release inside one window event round.
+struct Tapper : test::ShippedGame {
+    using ShippedGame::ShippedGame;
     void run(std::vector<Tap> taps, double ms) {
-        const int64_t start = t.hp.clock.now;
-        screens = {g.GameState};
         std::vector<bool> done(taps.size(), false);
-        t.hp.window.onProcess = [&, start](WindowEvents&) {
-            const double now = static_cast<double>(t.hp.clock.now - start) / 1000.0;
+        ShippedGame::run(ms, [&](double now) {
             for (size_t i = 0; i < taps.size(); ++i) {
                 if (done[i] || now < taps[i].atMs) continue;
                 done[i] = true;
                 t.hp.keyboard.press(taps[i].key);
                 t.hp.keyboard.release(taps[i].key);
             }
-            if (g.GameState != screens.back()) screens.push_back(g.GameState);
-            if (now >= ms) g.GameRunning = false;
-        };
-        g.GameRunning = true;
-        g.runMainLoop();
-        t.hp.window.onProcess = nullptr;
+        });
     }
 };
 
@@ -79,16 +63,14 @@ TEST(Taps, TappedKeysWalkTheMenusIntoATrackAndDriveIt) {
 
 TEST(Taps, ANameIsTypedWithTapsAndAKeyLetGoAndPressedAgainActsAgain) {
     Tapper h("taps-name");
-    h.g.GameState = NameEntry;
-    h.g.gui->SetupScreen(0);
+    h.show(NameEntry);
     SetFieldText(h.g, 1, "");
     h.run({{DIK_Q, 20}, {DIK_B, 60}, {DIK_BACK, 100}, {DIK_SPACE, 140}, {DIK_A, 180}}, 250);
     EXPECT_EQ(FieldText(h.g, 1), "Q A");
 
     // A held key released and pressed again between two passes is a second
     // press, though no pass saw it up.
-    h.g.GameState = PauseMenu;
-    h.g.gui->SetupScreen(0);
+    h.show(PauseMenu);
     h.run({}, 50);
     ASSERT_EQ(CurrentTab(h.g), 2);
     h.t.hp.keyboard.press(DIK_DOWN);
