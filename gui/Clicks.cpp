@@ -6,6 +6,7 @@
 #include "audio/DXmusicSFX.h"
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
+#include "shell/WatchRun.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -59,6 +60,9 @@ bool Gui::Click(int32_t slot) {
                 case 26:
                     StartSelectedTrack();
                     return true;
+                case WatchSlot:
+                    // Offered only where the track's best run can be watched.
+                    return Button(WatchSlot).enabled() && game_.watch->Start();
                 default:
                     return false;
             }

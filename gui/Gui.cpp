@@ -86,6 +86,8 @@ constexpr SlotSpec SlotTable[] = {
     {57, "controls.bmp", "controls_rollover.bmp", 290, 540, K0, 8, 255},
     {58, "defaults.bmp", "defaults_rollover.bmp", 290, 430, K0, 8, 255},
     {59, "userlevel.bmp", "userlevel_Rollover.bmp", 440, 60, K0, 8, 255},
+    {60, "watch.bmp", "watch_rollover.bmp", 270, 20, K0, 8, 255},
+    {61, "watchend.bmp", nullptr, 190, 140, K0, 0, 255},
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The menu screens: 59 button slots loaded once, the text fields of the
+// The menu screens: 61 button slots loaded once, the text fields of the
 // current screen, and the one routine that sets a screen up from GameState.
 // The pointer arrives through GuiMouseMove / GuiMouseClick, the keyboard
 // handler moves CurrentTab and calls the same actions (Click, OpenZone ...).
@@ -20,7 +20,11 @@ class frmGame;
 
 class Gui {
 public:
-    static constexpr int32_t SlotCount = 59;
+    static constexpr int32_t SlotCount = 61;
+    // The track choices' button that watches the track's best run, and the
+    // panel of the screen at its end.
+    static constexpr int32_t WatchSlot = 60;
+    static constexpr int32_t WatchEndSlot = 61;
     static constexpr int32_t ZoneCount = 6;
     static constexpr int32_t TracksPerZone = 10;
     // Colour keys of the bitmaps (ARGB).
@@ -90,7 +94,7 @@ public:
         return i >= 1 && i <= FieldCount && static_cast<size_t>(i) < Fields.size();
     }
 
-    // Slots 1..59 ([0] unused); each created on first use.
+    // Slots 1..61 ([0] unused); each created on first use.
     // The two race choices on the options screen (fields 3 and 4), kept in
     // settings.cfg: the ghost of the best run and the clock on screen.
     void ShowRaceOptions();
@@ -122,6 +126,13 @@ private:
     int32_t TrackNumberBottom() const;
     void FastestTimeFields();
     void SetupPauseMenu();
+    // The watch button when the track's best run can be watched, else why
+    // not in fields `field` and `field` + 1.
+    void OfferWatch(int32_t field);
+    void SetupWatchEnd();
+    // The play screen's note: what is being watched, or why there is no ghost.
+    std::string PlayNote() const;
+    static constexpr int32_t NoteTop = 560;
     void SetupOptions(bool again);
     void SetupControls();
     bool ClickControls(int32_t slot);

@@ -15,6 +15,9 @@
 #include "platform/QuorbitDebug.h"
 #include "shell/GhostCar.h"
 #include "shell/RaceClock.h"
+#include "shell/RaceTime.h"
+#include "shell/ReplayStore.h"
+#include "shell/WatchRun.h"
 #include "shell/frmGame.h"
 #include "world/clsBackground.h"
 
@@ -82,13 +85,20 @@ void Gui::SetupScreen(int Direction) {
             ResetTabIndices();
             const LevelStructure& lv = *game_.levels;
             const int32_t stars = lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
-            NewFields(2);
+            NewFields(3);
             const int32_t left = static_cast<int32_t>(std::nearbyint(game_.dx->GuiOffsetX + 500.0f));
             AddField(1, 0, 200, left, 800, 18, 255, 255, 0, "Stars 0 / of " + std::to_string(stars));
             // The race clock, in the star counter's style on the other side.
             AddField(2, 0, 200, 20, 400, 18, 255, 255, 0, "");
+            // A note along the bottom: what is being watched, or why there
+            // is no ghost.
+            AddField(3, NoteTop, NoteTop + 30, 20, 780, 13, 255, 255, 255, PlayNote())
+                .Set_Outline(TrackNumberRim);
             break;
         }
+        case WatchEnd:
+            SetupWatchEnd();
+            break;
         case TrackChoice:
             // The track choice of the user tracks is their own screen.
             if (userTracks.Active()) {
@@ -226,8 +236,9 @@ void Gui::SetupTrackChoice(int Direction) {
     if (lv.CurrentLevel > lv.ZoneLastLevel) lv.CurrentLevel = lv.ZoneFirstLevel;
     Button(lv.AllStars(lv.CurrentLevel) ? 42 : 43).enabled(true);
 
-    NewFields(12);
+    NewFields(14);
     FastestTimeFields();
+    OfferWatch(13);
     AddField(12, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
@@ -298,7 +309,8 @@ void Gui::SetupUserTracks(int Direction) {
     } else if (Direction == 3) {
         Button(24).MouseOver(true);
     }
-    NewFields(8);
+    // With tracks, two more: why the best run cannot be watched.
+    NewFields(userTracks.Count() == 0 ? 8 : 10);
     const int32_t top7 = TrackNumberTop(), bottom7 = TrackNumberBottom();
     if (userTracks.Count() == 0) {
         for (int32_t p = 0; p < 3; ++p) {
@@ -314,6 +326,7 @@ void Gui::SetupUserTracks(int Direction) {
     }
     userTracks.Activate(game_.levels, game_.stats);
     FastestTimeFields();
+    OfferWatch(9);
     AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
     AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255,

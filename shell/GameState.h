@@ -25,6 +25,7 @@ enum GameStates : GameStateValue {
     Loading = 12,
     UserTrackChoice = 14,
     ControlsMenu = 15,  // the player's keys, reached from the options
+    WatchEnd = 16,      // a watched best run has ended: its time
 };
 
 }  // namespace qb

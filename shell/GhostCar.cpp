@@ -25,18 +25,17 @@ void GhostCar::Prepare() {
     if (!Enabled()) return;
     std::string why;
     const Replay* best = game_.replays->Best(why);
-    const TrackRef ref = game_.replays->CurrentTrack();
-    const std::string path = game_.levels->path();
-    if (drivenGeneration_ == game_.replays->Generation() && ref == drivenRef_ && path == drivenPath_) return;
-    drivenRef_ = ref;
-    drivenPath_ = path;
-    drivenGeneration_ = game_.replays->Generation();
+    // A file dropped in while the game runs (a shared run) is a new best run
+    // too: what was read decides, not only which track it is.
+    const std::string seen = (best ? FormatReplay(*best) : "!" + why) + "\n" + game_.levels->path();
+    if (seen == drivenSeen_) return;
+    drivenSeen_ = seen;
     frames_.clear();
+    problem_ = why;
     if (best == nullptr) return;
-    std::string error;
-    if (!Drive(*best, error)) {
+    if (!Drive(*best, problem_)) {
         frames_.clear();
-        game_.debug->WriteLine("No ghost: " + error);
+        game_.debug->WriteLine("No ghost: " + problem_);
     }
 }
 

@@ -41,6 +41,9 @@ public:
     // nullptr once its run has ended or when there is none.
     const GhostFrame* At(int64_t frame) const;
     int64_t Frames() const { return static_cast<int64_t>(frames_.size()); }
+    // Why the track's best run is not followed (its file was refused, or it
+    // does not drive to its finish); empty when there is simply none.
+    const std::string& Problem() const { return problem_; }
     // Draws it where it is after the live run's frame `frame`.
     void draw(int64_t frame);
 
@@ -51,9 +54,8 @@ private:
 
     frmGame& game_;
     std::vector<GhostFrame> frames_;
-    TrackRef drivenRef_;
-    int32_t drivenGeneration_ = -1;
-    std::string drivenPath_;
+    std::string problem_;
+    std::string drivenSeen_;  // the run (or the refusal) its frames come from
     MeshId mesh_ = 0;
     bool modelTried_ = false;
     std::vector<MeshMaterial> materials_;

@@ -18,6 +18,7 @@
 #include "shell/KeyBindings.h"
 #include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
+#include "shell/WatchRun.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -25,7 +26,7 @@ namespace qb {
 namespace {
 constexpr uint8_t Down = 128;
 constexpr uint8_t Up = 0;
-constexpr int ButtonSlots = 59;
+constexpr int ButtonSlots = Gui::SlotCount;
 
 // An edge-triggered key: down with its flag set; clears the flag.
 inline bool Pressed(const uint8_t* k, uint8_t key, bool& flag) {
@@ -67,7 +68,7 @@ void KeyboardControls::HandleKeyboard() {
     pad_.Apply(pad, game_.GameState, *game_.bindings, k, fresh_);
     steerLeft_ = steerRight_ = false;
     const int16_t before = game_.GameState;
-    if (pad.driverLost && before == qb::Playing) {
+    if (pad.driverLost && before == qb::Playing && !game_.watch->Active()) {
         // The controller that drove was pulled out: hold the race.
         game_.GameState = qb::PauseMenu;
         game_.gui->SetupScreen(0);
@@ -118,7 +119,10 @@ void KeyboardControls::Act(const uint8_t* k) {
     Release(k, DIK_ESCAPE, EscReleased);
     switch (game_.GameState) {
         case qb::Playing:
-            Playing(k);
+            if (game_.watch->Active())
+                Watching(k);
+            else
+                Playing(k);
             break;
         case qb::PauseMenu:
             PauseMenu(k);
@@ -136,6 +140,7 @@ void KeyboardControls::Act(const uint8_t* k) {
             NameEntry(k);
             break;
         case qb::MadeIt:
+        case qb::WatchEnd:
             MadeIt(k);
             break;
         case qb::Options:
@@ -311,6 +316,7 @@ void KeyboardControls::TrackChoice(const uint8_t* k) {
     Release(k, DIK_RIGHT, RightReleased);
     if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->SetupScreen(1);
     if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->SetupScreen(2);
+    if (WatchPressed(k)) return;
     if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
         game_.sound->PlayEffect(SfxTransit);
         game_.sound->PlayMusic(game_.gui->TrackMusic());
@@ -349,6 +355,7 @@ void KeyboardControls::UserTrackChoice(const uint8_t* k) {
     Release(k, DIK_RIGHT, RightReleased);
     if (Pressed(k, DIK_LEFT, LeftReleased)) game_.gui->Click(25);
     if (Pressed(k, DIK_RIGHT, RightReleased)) game_.gui->Click(24);
+    if (WatchPressed(k)) return;
     if ((k[DIK_RETURN] == Down || k[DIK_SPACE] == Down) && ReturnReleased) {
         game_.gui->Click(26);
         if (game_.GameState == qb::Playing) {

@@ -61,6 +61,10 @@ public:
 
 private:
     void Playing(const uint8_t* k);
+    // A watched run: the replay drives, Esc or the pause key leaves.
+    void Watching(const uint8_t* k);
+    // W on a track choice starts watching the best run; true when it did.
+    bool WatchPressed(const uint8_t* k);
     void PauseMenu(const uint8_t* k);
     void MainMenu(const uint8_t* k);
     void ZoneChoice(const uint8_t* k);

@@ -6,6 +6,7 @@
 #include "shell/GuiLink.h"
 #include "shell/RaceTime.h"
 #include "shell/ReplayStore.h"
+#include "shell/WatchRun.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -33,6 +34,10 @@ std::string RaceClock::Difference(int32_t frames, int32_t bestFrames) {
 }
 
 void RaceClock::Update() {
+    // The note under a race (why there is no ghost) has been read after a
+    // few seconds; a watched run keeps its own.
+    if (game_.RaceFrames >= NoteFrames && !game_.watch->Active() && !FieldText(game_, NoteField).empty())
+        SetFieldText(game_, NoteField, "");
     // The text only changes when the clock does: nothing is laid out again
     // while the game stands still.
     const std::string text = Text(game_.RaceFrames, BestFrames());

@@ -15,6 +15,9 @@ class RaceClock {
 public:
     static constexpr int32_t Field = 2;  // heads-up text field of the play screen
     static constexpr const char* SettingKey = "race.clock";
+    // The play screen's note and how many frames it stays in a race.
+    static constexpr int32_t NoteField = 3;
+    static constexpr int32_t NoteFrames = 100;
 
     explicit RaceClock(frmGame& game) : game_(game) {}
 

@@ -108,17 +108,21 @@ const Replay* ReplayStore::Best(std::string& why) {
         cached_.reset();
         cachedWhy_.clear();
         const std::string path = BestPath(ref);
+        const std::string name = fs::path(path).filename().string();
         std::error_code ec;
         if (ref.track != 0 && fs::exists(path, ec)) {
             auto r = std::make_unique<Replay>();
             if (!LoadReplay(path, *r, cachedWhy_)) {
-                game_.debug->WriteLine("Replay refused: " + cachedWhy_);
-            } else if (r->trackHash != ref.hash || r->track != ref.track || r->trackFile != ref.file) {
-                cachedWhy_ = "The best run was driven on an older version of this track";
-                game_.debug->WriteLine("Replay refused: " + path + ": made on another version of the track");
+                // Named by its file alone: the player knows where replays live.
+                if (cachedWhy_.rfind(path, 0) == 0) cachedWhy_ = name + cachedWhy_.substr(path.size());
+            } else if (r->track != ref.track || r->trackFile != ref.file) {
+                cachedWhy_ = name + " is a run of track " + std::to_string(r->track) + " of " + r->trackFile;
+            } else if (r->trackHash != ref.hash) {
+                cachedWhy_ = name + " was driven on an older version of this track";
             } else {
                 cached_ = std::move(r);
             }
+            if (!cachedWhy_.empty()) game_.debug->WriteLine("Replay refused: " + cachedWhy_);
         }
     }
     why = cachedWhy_;

@@ -19,6 +19,7 @@
 #include "shell/RaceTime.h"
 #include "shell/ReplayStore.h"
 #include "shell/RunRecorder.h"
+#include "shell/WatchRun.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -54,13 +55,21 @@ void frmGame::resetgame(bool winLevel) {
     dx->ResetCamera();
     track->BuildLevel(levels->CurrentLevel, false);
     if (winLevel) sound->PlayMusic(MusicWin);
-    if (!stats->FoldPlay(levels->CurrentLevel, elapsed)) debug->WriteLine("Could not write stats.dat");
+    // A watched run is not play: nothing of it goes into the statistics.
+    if (watch->Active())
+        stats->ResetPlayCounters();
+    else if (!stats->FoldPlay(levels->CurrentLevel, elapsed))
+        debug->WriteLine("Could not write stats.dat");
     ResetFPSCounter();
     shadow->Place();
     KeepDrawnState();
 }
 
 void frmGame::Winlevel() {
+    if (watch->Active()) {
+        watch->Finish(RaceFrames, StarsCollected);
+        return;
+    }
     const int32_t c = levels->CurrentLevel;
     const int32_t frames = RaceFrames;
     std::string why;
@@ -99,7 +108,8 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
 
 void frmGame::DrawPlayerAndParticles() {
     player->draw(DrawBlend);
-    ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
+    // A watched run is the ghost's own run: it would only cover the car.
+    if (!watch->Active()) ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
     particles->draw(DrawBlend);
 }
 

@@ -15,6 +15,8 @@
 #include "shell/KeyScript.h"
 #include "shell/KeyboardControls.h"
 #include "shell/RaceTime.h"
+#include "shell/ReplayStore.h"
+#include "shell/TrackReplay.h"
 #include "shell/frmGame.h"
 
 namespace qb {
@@ -168,7 +170,7 @@ std::string SimRun::Result() const {
 
 namespace {
 const char* const Usage =
-    "usage: quorbit-sim --game-dir DIR --track N [--keys FILE] [--frames N]\n"
+    "usage: quorbit-sim --game-dir DIR --track N [--keys FILE] [--frames N] [--save-replay FILE]\n"
     "       quorbit-sim --game-dir DIR --replay FILE\n";
 
 bool WholeNumber(const std::string& s, int64_t& v) {
@@ -183,7 +185,7 @@ bool WholeNumber(const std::string& s, int64_t& v) {
 }  // namespace
 
 int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-    std::string gameDir, keysFile, replayFile;
+    std::string gameDir, keysFile, replayFile, saveReplay;
     int64_t track = -1, frames = -1;
     auto fail = [&](const std::string& message) {
         err << "quorbit-sim: " << message << "\n" << Usage;
@@ -195,7 +197,8 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
             out << Usage;
             return 0;
         }
-        if (a != "--game-dir" && a != "--track" && a != "--keys" && a != "--frames" && a != "--replay")
+        if (a != "--game-dir" && a != "--track" && a != "--keys" && a != "--frames" && a != "--replay" &&
+            a != "--save-replay")
             return fail("unknown argument \"" + a + "\"");
         if (i + 1 >= args.size()) return fail(a + " needs a value");
         const std::string& v = args[++i];
@@ -205,6 +208,8 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
             keysFile = v;
         } else if (a == "--replay") {
             replayFile = v;
+        } else if (a == "--save-replay") {
+            saveReplay = v;
         } else if (a == "--track") {
             if (!WholeNumber(v, track) || track < 1 || track > 2147483647)
                 return fail("--track needs a track number from 1, not \"" + v + "\"");
@@ -214,7 +219,7 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
     }
     if (gameDir.empty()) return fail("--game-dir is missing");
     if (!replayFile.empty()) {
-        if (track >= 0 || !keysFile.empty() || frames >= 0)
+        if (track >= 0 || !keysFile.empty() || frames >= 0 || !saveReplay.empty())
             return fail("--replay brings its own track and keys");
         return RunReplayCheck(gameDir, replayFile, out, err);
     }
@@ -229,7 +234,7 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
         return fail("without a key script, --frames says how long to run");
     }
 
-    SimRun run(gameDir);
+    SimRun run(gameDir, ReplayScratchParent());
     std::string error;
     if (!run.Start(static_cast<int32_t>(track), error)) return fail(error);
 
@@ -254,7 +259,15 @@ int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::o
     }
     out << run.Result() << "\n";
     out.flush();
-    return 0;
+    if (saveReplay.empty()) return 0;
+    // The finished run as the game keeps it, to watch, race as a ghost or share.
+    std::error_code ec;
+    if (run.Finished())
+        fs::copy_file(run.game().replays->LastPath(), saveReplay, fs::copy_options::overwrite_existing, ec);
+    if (run.Finished() && !ec) return 0;
+    err << "quorbit-sim: no replay written to " << saveReplay
+        << (run.Finished() ? ": " + ec.message() : std::string(": the run did not finish")) << "\n";
+    return 1;
 }
 
 }  // namespace qb

@@ -72,7 +72,7 @@ private:
 };
 
 // The whole command line: quorbit-sim --game-dir DIR --track N [--keys FILE]
-// [--frames N], or quorbit-sim --game-dir DIR --replay FILE. Returns the
+// [--frames N] [--save-replay FILE], or quorbit-sim --game-dir DIR --replay FILE. Returns the
 // exit code (2 for bad arguments or script).
 int RunSimulator(const std::vector<std::string>& args, std::ostream& out, std::ostream& err);
 

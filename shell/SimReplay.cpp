@@ -8,6 +8,7 @@
 #include "shell/RaceTime.h"
 #include "shell/ReplayFile.h"
 #include "shell/SimDriver.h"
+#include "shell/TrackReplay.h"
 
 namespace qb {
 
@@ -32,7 +33,7 @@ int RunReplayCheck(const std::string& gameDir, const std::string& file, std::ost
         return 1;
     }
 
-    SimRun run(dir);
+    SimRun run(dir, ReplayScratchParent());
     if (!run.Start(replay.track, trackFile, error)) {
         err << "quorbit-sim: " << error << "\n";
         return 1;

@@ -26,6 +26,7 @@
 #include "shell/RaceClock.h"
 #include "shell/ReplayStore.h"
 #include "shell/RunRecorder.h"
+#include "shell/WatchRun.h"
 #include "world/AnimatedTextures.h"
 #include "world/clsBackground.h"
 
@@ -54,6 +55,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     replays = std::make_unique<ReplayStore>(*this);
     clock = std::make_unique<RaceClock>(*this);
     ghost = std::make_unique<GhostCar>(*this);
+    watch = std::make_unique<WatchRun>(*this);
     bindings = std::make_unique<KeyBindings>();
 }
 
@@ -73,7 +75,7 @@ void frmGame::Form_Unload() {
 
 void frmGame::Form_MouseDown(int, float x, float y) {
     if (GameState != Playing) gui->GuiMouseClick(x, y);
-    if (GameState == MadeIt) {
+    if (GameState == MadeIt || GameState == WatchEnd) {
         GameState = TrackChoice;
         gui->SetupScreen(3);
     }
@@ -352,6 +354,7 @@ void frmGame::RenderFrame() {
             break;
         case NameEntry:
         case MadeIt:
+        case WatchEnd:
         case Options:
         case ControlsMenu:
         case InstructionsPage1:

@@ -33,6 +33,7 @@ class RunRecorder;
 class ReplayStore;
 class RaceClock;
 class GhostCar;
+class WatchRun;
 class KeyBindings;
 
 class frmGame : public WindowEvents {
@@ -172,6 +173,7 @@ public:
     std::unique_ptr<ReplayStore> replays;
     std::unique_ptr<RaceClock> clock;
     std::unique_ptr<GhostCar> ghost;
+    std::unique_ptr<WatchRun> watch;        // the best run driving itself
     std::unique_ptr<KeyBindings> bindings;  // the player's keys, kept in settings.cfg
 };
 

@@ -51,7 +51,7 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     t.game->levels->CurrentLevel = 3;  // three stars
     t.show(Playing);
     EXPECT_TRUE(t.enabled().empty());
-    ASSERT_EQ(t.gui().FieldCount, 2);  // the star counter and the race clock
+    ASSERT_EQ(t.gui().FieldCount, 3);  // the star counter, the race clock and a note
     EXPECT_EQ(t.field(1), "Stars 0 / of 3");
     EXPECT_EQ(t.gui().Field(1).Left(), 500);
     EXPECT_EQ(t.gui().Field(1).Colour(), 0xFFFFFF00u);
@@ -196,7 +196,7 @@ TEST(TrackChoice, ArrowsWrapOverTheZoneAndTheTableShows) {
     ASSERT_EQ(t.game->GameState, TrackChoice);
     EXPECT_EQ(t.game->levels->CurrentLevel, 1);
     EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29, 43, 51, 52}));
-    ASSERT_EQ(t.gui().FieldCount, 12);
+    ASSERT_EQ(t.gui().FieldCount, 14);  // 13, 14: why the best run cannot be watched
     EXPECT_EQ(t.field(12), "Mind the Gaps");
     EXPECT_EQ(t.field(1), "ANNA");
     EXPECT_EQ(t.field(4), "5:04");

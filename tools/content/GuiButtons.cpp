@@ -52,6 +52,7 @@ void MakeButtons(const std::string& dir) {
     Pair(dir, "userlevel", "userlevel_Rollover", 160, 34, "USER TRACKS", 16);
     // Track choice.
     Pair(dir, "playtrack", "playtrack_rollover", 200, 50, "PLAY TRACK", 24);
+    Pair(dir, "watch", "watch_rollover", 160, 34, "WATCH BEST", 17);
     ArrowPair(dir, "button_right_245_195", 70, 75, 1, false);
     ArrowPair(dir, "button_left_45_190", 70, 75, -1, false);
     ArrowPair(dir, "small_button_left", 40, 40, -1, true);

@@ -116,9 +116,13 @@ Picture StatLabels() {
     return pic;
 }
 
+enum class Result { Record, MadeIt, Watched };
+
 // The finish panels: a heading, a light band for the time (the game writes
-// it in black) and, for a record, a dark band where the name is typed.
-Picture ResultPanel(bool record) {
+// it in black) and, for a record, a dark band where the name is typed. The
+// end of a watched best run has the band and its own heading.
+Picture ResultPanel(Result kind) {
+    const bool record = kind == Result::Record;
     constexpr int W = 420, H = 330;
     Picture pic(W, H, KeyBlack);
     pic.panel(0, 0, W, H, 18, Rgb{40, 58, 124}, Rgb{14, 20, 52});
@@ -126,7 +130,10 @@ Picture ResultPanel(bool record) {
     TextStyle head = Outlined(30, p::Gold);
     head.outline = false;
     head.shadow = true;
-    pic.text(record ? "NEW FASTEST TIME!" : "TRACK COMPLETE!", W / 2.0f, 36, head);
+    pic.text(record                    ? "NEW FASTEST TIME!"
+             : kind == Result::Watched ? "BEST RUN"
+                                       : "TRACK COMPLETE!",
+             W / 2.0f, 36, head);
     for (int i = 0; i < 5; ++i)
         pic.star(90.0f + 60.0f * static_cast<float>(i), 66, 8, 3.5f, p::Gold, p::Orange);
     TextStyle hint;
@@ -139,6 +146,10 @@ Picture ResultPanel(bool record) {
         pic.border(20, 182, W - 40, 64, 12, 2, p::Gold);
         pic.text("Type your name (up to 15 letters)", W / 2.0f, 272, hint);
         pic.text("and press Return", W / 2.0f, 292, hint);
+    } else if (kind == Result::Watched) {
+        // The game writes who drove it and the stars above the band.
+        pic.panel(20, 192, W - 40, 64, 12, Rgb{236, 242, 255}, Rgb{176, 192, 226});
+        pic.text("Click or press Return to go back", W / 2.0f, 290, hint);
     } else {
         pic.panel(20, 192, W - 40, 64, 12, Rgb{236, 242, 255}, Rgb{176, 192, 226});
         TextStyle sub = hint;
@@ -171,8 +182,9 @@ void MakePanels(const std::string& gameDir, const std::string& dir) {
     Save(AllStars(true), dir, "allstars.bmp");
     Save(AllStars(false), dir, "allstars_grey.bmp");
     Save(ZoneStar(), dir, "allstars_zone.bmp");
-    Save(ResultPanel(true), dir, "enterhighscore.bmp");
-    Save(ResultPanel(false), dir, "madeit.bmp");
+    Save(ResultPanel(Result::Record), dir, "enterhighscore.bmp");
+    Save(ResultPanel(Result::MadeIt), dir, "madeit.bmp");
+    Save(ResultPanel(Result::Watched), dir, "watchend.bmp");
     const char* const zoneFiles[] = {"zoneA", "zoneb", "zonec", "zoneD", "zoneE", "zoneF"};
     for (int z = 1; z <= 6; ++z) {
         Save(Zone(gameDir, z, false), dir, std::string(zoneFiles[z - 1]) + ".bmp");
