@@ -88,6 +88,8 @@ public:
     const PointVertex& ExplodeSprite() const { return sprite_; }
     const Matrix4& WorldMatrix() const { return world_; }
     bool HasModel() const { return mesh_ != 0; }
+    // The car's skin (0 before the model is loaded or without one).
+    TextureId SkinTexture() const { return textures_.empty() ? 0 : textures_[0]; }
 
 private:
     void InitCollisionPoints();

@@ -1,6 +1,7 @@
 // What moves between play frames: a play frame moves it, drawings place it
 // between the last two frames so motion looks smooth at any refresh rate.
 #include "level/TrackObjects.h"
+#include "physics/CarDebris.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
 #include "physics/clsShadow.h"
@@ -27,6 +28,7 @@ void frmGame::AdvanceMotion() {
     for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->Spin(frame);
     player->Move();
     particles->UpdateParticles();
+    debris->Follow(*player, *track, OnGround);
 }
 
 void frmGame::KeepDrawnState() {
@@ -36,6 +38,7 @@ void frmGame::KeepDrawnState() {
     for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->KeepDrawnState();
     player->KeepDrawnState();
     particles->KeepDrawnState();
+    debris->KeepDrawnState();
     DrawnEyeFrom = dx->CameraEye;
     DrawnLookAtFrom = dx->CameraLookAt;
 }

@@ -8,6 +8,7 @@
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
 #include "persist/Stats.h"
+#include "physics/CarDebris.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
 #include "physics/clsShadow.h"
@@ -30,6 +31,7 @@ void frmGame::startPlaying() {
     player->load(platform.paths.gameDir + "models/player.x");
     GameState = Playing;
     particles->resetParticles();
+    debris->Clear();
     dx->ResetCamera();
     RunStartTicks = platform.clock.tickCount();
     recorder->Begin();
@@ -52,6 +54,7 @@ void frmGame::resetgame(bool winLevel) {
     sound->StopFallSound();
     StarsCollected = 0;
     particles->resetParticles();
+    debris->Clear();
     dx->ResetCamera();
     track->BuildLevel(levels->CurrentLevel, false);
     if (winLevel) sound->PlayMusic(MusicWin);
@@ -107,6 +110,8 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
 }
 
 void frmGame::DrawPlayerAndParticles() {
+    // The pieces first: the fireball is drawn over them without hiding them.
+    debris->draw(platform.graphics, player->SkinTexture(), DrawBlend);
     player->draw(DrawBlend);
     // A watched run is the ghost's own run: it would only cover the car.
     if (!watch->Active()) ghost->draw(static_cast<int64_t>(recorder->Frames().size()));

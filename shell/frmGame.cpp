@@ -12,6 +12,7 @@
 #include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
+#include "physics/CarDebris.h"
 #include "physics/CollisionDetection.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
@@ -46,6 +47,7 @@ frmGame::frmGame(Platform& p) : platform(p) {
     background = std::make_unique<clsBackground>(p.graphics, dx->ScreenWidth, dx->ScreenHeight);
     player = std::make_unique<clsPlayer>(*this);
     particles = std::make_unique<clsParticles>(*this);
+    debris = std::make_unique<CarDebris>();
     shadow = std::make_unique<clsShadow>(*this);
     collision = std::make_unique<CollisionDetection>();
     sound = std::make_unique<DXmusicSFX>(p.audio, *options, *debug, p.paths.gameDir);

@@ -24,6 +24,7 @@ class AnimatedTextures;
 class clsBackground;
 class clsPlayer;
 class clsParticles;
+class CarDebris;
 class clsShadow;
 class CollisionDetection;
 class DXmusicSFX;
@@ -99,7 +100,7 @@ public:
     void StepAnimatedTextures();
     // The moving parts of a play frame that drawing once did along the way:
     // falling and bouncing blocks, spinning stars, the car with the camera,
-    // the sparks. Only while playing; the same whether drawings are smooth.
+    // the sparks, the pieces of a blown-up car. Only while playing; the same whether drawings are smooth.
     void AdvanceMotion();
     // Everything now in place becomes where drawings start from until the
     // next play frame has moved it.
@@ -164,6 +165,7 @@ public:
     std::unique_ptr<clsBackground> background;
     std::unique_ptr<clsPlayer> player;
     std::unique_ptr<clsParticles> particles;
+    std::unique_ptr<CarDebris> debris;  // the car's pieces while it blows up
     std::unique_ptr<clsShadow> shadow;
     std::unique_ptr<CollisionDetection> collision;
     std::unique_ptr<DXmusicSFX> sound;

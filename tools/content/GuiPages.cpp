@@ -105,10 +105,11 @@ Picture Story() {
 Picture BlockTypes(const std::string& gameDir) {
     Picture pic = PageFrame("THE BLOCKS");
     struct Kind {
-        const char* texture;
+        const char* texture;  // nullptr: the star
         const char* name;
         const char* effect;
     };
+    // The tiles the track shows, so a kind is known by its symbol on the road.
     const Kind kinds[] = {
         {"road.bmp", "Plain", "Solid ground to drive on."},
         {"finish.bmp", "Finish", "Land on it to stop the clock."},
@@ -117,6 +118,9 @@ Picture BlockTypes(const std::string& gameDir) {
         {"falling.bmp", "Falling", "Drops away once you are on it."},
         {"turbo.bmp", "Turbo", "Full speed at once."},
         {"deadly.bmp", "Deadly", "Touch it and you blow up."},
+        {"platform.bmp", "Moving platform", "Carries you to and fro."},
+        {"ramp.bmp", "Ramp", "A slope up or down to another level."},
+        {nullptr, "Star", "Take them all for the star badge."},
     };
     TextStyle name;
     name.px = 17;
@@ -126,22 +130,23 @@ Picture BlockTypes(const std::string& gameDir) {
     effect.px = 14;
     effect.bold = false;
     effect.colour = p::White;
-    for (int i = 0; i < 8; ++i) {
-        const int col = i / 4, row = i % 4;
-        const int x = 30 + col * 340, y = 62 + row * 70;
-        pic.panel(static_cast<float>(x - 3), static_cast<float>(y - 3), 58, 58, 6, p::Steel, p::Deep);
-        if (i < 7) {
-            pic.image(gameDir + "textures/" + kinds[i].texture, x, y, 52, 52);
-            pic.text(kinds[i].name, static_cast<float>(x + 70), static_cast<float>(y + 15), name);
-            pic.text(kinds[i].effect, static_cast<float>(x + 70), static_cast<float>(y + 38), effect);
+    constexpr int Rows = 5, Size = 46;
+    for (int i = 0; i < 2 * Rows; ++i) {
+        const int col = i / Rows, row = i % Rows;
+        const int x = 30 + col * 340, y = 58 + row * 56;
+        const Kind& k = kinds[i];
+        pic.panel(static_cast<float>(x - 3), static_cast<float>(y - 3), Size + 6, Size + 6, 6, p::Steel,
+                  p::Deep);
+        if (k.texture != nullptr) {
+            pic.image(gameDir + "textures/" + k.texture, x, y, Size, Size);
         } else {
-            pic.panel(static_cast<float>(x), static_cast<float>(y), 52, 52, 4, Rgb{20, 30, 70},
+            pic.panel(static_cast<float>(x), static_cast<float>(y), Size, Size, 4, Rgb{20, 30, 70},
                       Rgb{10, 14, 40});
-            pic.star(static_cast<float>(x + 26), static_cast<float>(y + 27), 22, 9, p::Gold, p::Orange);
-            pic.text("Star", static_cast<float>(x + 70), static_cast<float>(y + 15), name);
-            pic.text("Take them all for the star badge.", static_cast<float>(x + 70),
-                     static_cast<float>(y + 38), effect);
+            pic.star(static_cast<float>(x + Size / 2), static_cast<float>(y + Size / 2 + 1), 19, 8, p::Gold,
+                     p::Orange);
         }
+        pic.text(k.name, static_cast<float>(x + Size + 16), static_cast<float>(y + 11), name);
+        pic.text(k.effect, static_cast<float>(x + Size + 16), static_cast<float>(y + 32), effect);
     }
     return pic;
 }
