@@ -60,6 +60,17 @@ uint32_t SeedFrom(const Vector3& at) {
     return h;
 }
 
+Matrix4 Turn(const Vector3& angle) {
+    return MatrixMultiply(MatrixMultiply(MatrixRotationX(angle.x), MatrixRotationY(angle.y)),
+                          MatrixRotationZ(angle.z));
+}
+
+// How far the piece, turned as it is, reaches below its centre.
+float Reach(const Vector3& half, const Matrix4& turn) {
+    return std::fabs(half.x * turn.m[0][1]) + std::fabs(half.y * turn.m[1][1]) +
+           std::fabs(half.z * turn.m[2][1]);
+}
+
 Vector3 Add(const Vector3& a, const Vector3& b) {
     return Vector3{a.x + b.x, a.y + b.y, a.z + b.z};
 }
@@ -172,8 +183,11 @@ void CarDebris::Step() {
         }
         p.centre = Add(p.centre, p.velocity);
         p.angle = Add(p.angle, p.spin);
-        const float rest = floor_ + std::min({p.half.x, p.half.y, p.half.z});
-        if (p.centre.y < rest && p.velocity.y < 0 && p.centre.y > rest - 0.5f && OnGround(p.centre)) {
+        // Its lowest corner touches the ground, whichever way it lies.
+        const float rest = floor_ + Reach(p.half, Turn(p.angle));
+        if (p.resting) {
+            p.centre.y = rest;
+        } else if (p.centre.y < rest && p.velocity.y < 0 && p.centre.y > rest - 0.5f && OnGround(p.centre)) {
             p.centre.y = rest;
             p.velocity.y = -p.velocity.y * Bounce;
             p.velocity.x *= 0.7f;
@@ -227,9 +241,7 @@ void CarDebris::draw(GraphicsDevice& device, TextureId skin, float blend) {
         const Piece& from = i < drawnFrom_.size() ? drawnFrom_[i] : p;
         const Vector3 at = Lerp(from.centre, p.centre, blend);
         const Vector3 turn = Lerp(from.angle, p.angle, blend);
-        Matrix4 world = MatrixMultiply(MatrixRotationX(turn.x), MatrixRotationY(turn.y));
-        world = MatrixMultiply(world, MatrixRotationZ(turn.z));
-        world = MatrixMultiply(world, MatrixTranslation(at.x, at.y, at.z));
+        const Matrix4 world = MatrixMultiply(Turn(turn), MatrixTranslation(at.x, at.y, at.z));
         device.setTransform(TransformKind::World, world);
         BuildBox(p, shade, alpha, box);
         device.drawBlockVertices(Primitive::TriangleList, box.data(), 12);
