@@ -24,13 +24,16 @@ Picture Button(int w, int h, const std::string& label, int px, bool lit, Rgb key
 
 Picture ArrowButton(int w, int h, int dir, bool lit, bool round) {
     Picture pic(w, h, KeyBlack);
-    const float fw = static_cast<float>(w), fh = static_cast<float>(h);
+    // A round button stands a little inside its square, so a label beside
+    // it (the instruction pages' "Page 2 / 3") keeps clear of it.
+    const float m = round ? 3.0f : 0.0f;
+    const float fw = static_cast<float>(w) - 2 * m, fh = static_cast<float>(h) - 2 * m;
     const float r = round ? std::min(fw, fh) / 2 : std::min(fw, fh) * 0.25f;
-    pic.panel(0, 0, fw, fh, r, lit ? LitTop : ButtonTop, lit ? LitBottom : ButtonBottom);
-    pic.border(0, 0, fw, fh, r, 2, lit ? Rgb{255, 244, 214} : p::Cyan);
+    pic.panel(m, m, fw, fh, r, lit ? LitTop : ButtonTop, lit ? LitBottom : ButtonBottom);
+    pic.border(m, m, fw, fh, r, 2, lit ? Rgb{255, 244, 214} : p::Cyan);
     const float size = std::min(fw, fh) * 0.5f;
-    pic.arrow(fw / 2 + 1, fh / 2 + 2, size, dir, lit ? Rgb{120, 50, 10} : Rgb{6, 10, 30});
-    pic.arrow(fw / 2, fh / 2, size, dir, lit ? Navy : p::White);
+    pic.arrow(m + fw / 2 + 1, m + fh / 2 + 2, size, dir, lit ? Rgb{120, 50, 10} : Rgb{6, 10, 30});
+    pic.arrow(m + fw / 2, m + fh / 2, size, dir, lit ? Navy : p::White);
     return pic;
 }
 
