@@ -7,6 +7,9 @@
 # Usage: bench/display_bench.sh [BUILD_DIR] [RUNS]
 #   DISPLAY_NUM (default 18) picks the Xvfb display; SMOOTH=0 or 1 writes
 #   that choice into settings.cfg before the runs (unset leaves the default);
+#   GHOST=1 or 0 keeps track 1's best run (its solution, recorded by
+#   quorbit-sim --save-replay) so that play races its ghost, or keeps it
+#   with the ghost switched off in settings.cfg (unset: no best run at all);
 #   BENCH_SHOTS=DIR keeps a screenshot of the menu and of play from each run.
 set -euo pipefail
 build="$(cd "${1:-build}" && pwd)"
@@ -52,9 +55,16 @@ for run in $(seq "$runs"); do
   game="$work/game"
   rm -rf "$game"
   cp -r "$build/game" "$game"
+  rm -rf "$game"/replays
   rm -f "$game"/options.dat "$game"/stats.dat "$game"/Debug.txt "$game"/settings.cfg
   [ -n "${SMOOTH:-}" ] && printf 'smooth_motion = %s\n' "$([ "$SMOOTH" = 1 ] && echo on || echo off)" \
     >"$game/settings.cfg"
+  if [ -n "${GHOST:-}" ]; then
+    mkdir -p "$game/replays"
+    "$build/game/quorbit-sim" --game-dir "$build/game" --track 1 --keys "$here/../content/solutions/01.keys" \
+      --save-replay "$game/replays/track-01-best.replay" >/dev/null
+    [ "$GHOST" = 1 ] || printf 'race.ghost = off\n' >>"$game/settings.cfg"
+  fi
   rm -f "$work/swaps"
   (cd "$game" && SWAP_COUNTER_FILE="$work/swaps" LD_PRELOAD="$work/swap_counter.so" exec ./quorbit) \
     >"$work/game.log" 2>&1 &

@@ -1,6 +1,8 @@
 // Headless play frames per second: the whole frame (keys, collisions,
 // platforms, drawing into the recording device) on a 200-object track and
-// on a 2000-block track, with the car driving at full speed.
+// on a 2000-block track, with the car driving at full speed; and shipped
+// track 1 raced again and again after its best run is kept, with the ghost
+// of that run beside the car and without it.
 #include <benchmark/benchmark.h>
 #include <unistd.h>
 
@@ -10,10 +12,16 @@
 #include <string>
 #include <vector>
 
+#include "gui/Gui.h"
 #include "level/LevelFileWriter.h"
 #include "level/TrackSource.h"
+#include "persist/Settings.h"
 #include "platform/KeyboardDevice.h"
+#include "shell/GameState.h"
+#include "shell/GhostCar.h"
+#include "shell/KeyScript.h"
 #include "shell/SimDriver.h"
+#include "shell/frmGame.h"
 
 namespace {
 
@@ -90,8 +98,52 @@ void BM_PlayFrames2000Blocks(benchmark::State& state) {
     PlayFrames(state, "long", LongTrack());
 }
 
+// Track 1 driven by its solution, raced again at each finish; the first
+// finish keeps the best run that the ghost follows.
+void RaceTrack1(benchmark::State& state, bool ghost) {
+    qb::SimRun run(QUORBIT_GAME_DIR);
+    qb::KeyScript keys;
+    std::string error;
+    if (!run.Start(1, error) ||
+        !qb::LoadKeyScript(std::string(QUORBIT_SOURCE_DIR) + "/content/solutions/01.keys", keys, error)) {
+        state.SkipWithError(error.c_str());
+        return;
+    }
+    qb::frmGame& g = run.game();
+    g.settings->SetBool(qb::GhostCar::SettingKey, ghost);
+    int64_t f = 0;
+    auto again = [&] {
+        g.GameState = qb::TrackChoice;
+        g.gui->SetupScreen(0);
+        g.startPlaying();
+        g.gui->SetupScreen(0);
+        f = 0;
+    };
+    for (; g.GameState == qb::Playing; ++f) run.Step(*keys.KeysAt(f));
+    again();
+    if (g.ghost->Frames() == 0 && ghost) {
+        state.SkipWithError("no ghost to race");
+        return;
+    }
+    for (auto _ : state) {
+        if (g.GameState != qb::Playing || f >= keys.TotalFrames()) again();
+        benchmark::DoNotOptimize(run.Step(*keys.KeysAt(f++)));
+    }
+    state.counters["frames/s"] =
+        benchmark::Counter(static_cast<double>(state.iterations()), benchmark::Counter::kIsRate);
+}
+
+void BM_Track1WithGhost(benchmark::State& state) {
+    RaceTrack1(state, true);
+}
+void BM_Track1WithoutGhost(benchmark::State& state) {
+    RaceTrack1(state, false);
+}
+
 BENCHMARK(BM_PlayFrames200Objects)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
 BENCHMARK(BM_PlayFrames2000Blocks)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
+BENCHMARK(BM_Track1WithoutGhost)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
+BENCHMARK(BM_Track1WithGhost)->Unit(benchmark::kMicrosecond)->MinTime(2.0);
 
 }  // namespace
 
