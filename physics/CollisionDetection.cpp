@@ -1,18 +1,9 @@
 #include "physics/CollisionDetection.h"
 
-#include <cstdlib>
-#include <string>
-
-#include "audio/DXmusicSFX.h"
-#include "gui/Gui.h"
 #include "level/TrackObjects.h"
-#include "persist/Stats.h"
 #include "physics/PlayEvents.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
-#include "platform/QuorbitDebug.h"
-#include "shell/GuiLink.h"
-#include "shell/frmGame.h"
 
 namespace qb {
 
@@ -30,22 +21,20 @@ inline bool Near(float px, float pz, float x0, float x1, float z0, float z1) {
 }
 }  // namespace
 
-void CollisionDetection::ResetCollisionState(frmGame& game) {
-    game.OnGround = false;
+void CollisionDetection::ResetCollisionState(const PlayWorld& w) {
+    w.onGround = false;
     OnRamp = false;
     ExplodeRequested = false;
     SqueezedFromLeft = false;
     SqueezedFromRight = false;
     Carried = false;
-    game.player->setplayernotonice();
+    w.car.setplayernotonice();
     CollisionBoxAxes[0] = Vector3{0, 0.8f, 0};
     CollisionBoxAxes[1] = Vector3{0.8f, 0, 0};
     CollisionBoxAxes[2] = Vector3{0, 0, 0.8f};
 }
 
-int32_t CollisionDetection::GatherCandidates(frmGame& game) {
-    TrackObjects& t = *game.track;
-    clsPlayer& pl = *game.player;
+int32_t CollisionDetection::GatherCandidates(const TrackObjects& t, const clsPlayer& pl) {
     const float px = pl.Posx() + pl.HorizontalVelocity();
     const float pz = pl.Posz() + pl.ForwardVelocity();
 
@@ -111,13 +100,13 @@ int32_t CollisionDetection::GatherCandidates(frmGame& game) {
     return static_cast<int32_t>(Candidates.size());
 }
 
-void CollisionDetection::CheckCollisions(frmGame& game) {
-    ResetCollisionState(game);
-    clsPlayer& pl = *game.player;
-    TrackObjects& t = *game.track;
+void CollisionDetection::CheckCollisions(const PlayWorld& w) {
+    ResetCollisionState(w);
+    clsPlayer& pl = w.car;
+    TrackObjects& t = w.track;
     pl.verticalvelocity(pl.verticalvelocity() - t.Gravity);
 
-    const int32_t n = GatherCandidates(game);
+    const int32_t n = GatherCandidates(t, pl);
     for (int32_t i = 0; i < n; ++i) {
         const CollisionCandidate& c = Candidates[static_cast<size_t>(i)];
         const float r = pl.CalculateEffectiveRadius(c.normal);
@@ -141,7 +130,9 @@ void CollisionDetection::CheckCollisions(frmGame& game) {
 
         const Vector3 H{C.x + hit * Dv.x, C.y + hit * Dv.y, C.z + hit * Dv.z};
         if (!FindContactPoints(H, c.normal, CollisionBoxAxes, ContactPoints)) {
-            ThreeAxisContact(game);
+            // No face of the game is tilted against all three axes: one
+            // that is means a broken track, and there is no sensible answer.
+            w.events.Add(Happening::BrokenTrack);
             return;
         }
         // Seen along the axis the inside test drops, a slope's corners can
@@ -152,32 +143,30 @@ void CollisionDetection::CheckCollisions(frmGame& game) {
             if (!PointInFace(c.corners.p[0], c.corners.p[1], c.corners.p[2], c.corners.p[3], p,
                              eitherWinding))
                 continue;
-            if (!FaceResponse(game, c, p)) return;  // the finish ends the pass
+            if (!FaceResponse(w, c, p)) return;  // the finish ends the pass
         }
     }
 
-    PickUpStars(game);
+    PickUpStars(w);
 
     if (ExplodeRequested) {
-        if (!pl.getexplodeStatus()) Events |= EventExplode;
+        if (!pl.getexplodeStatus()) w.events.Add(Happening::Explode);
         pl.explode();
         for (int32_t i = 0; i <= t.PlatformUpper; ++i) t.platforms[static_cast<size_t>(i)]->stopMoving();
-        game.StarsCollected = 0;
+        w.starsCollected = 0;
     }
     const float y = pl.PosY();
-    if (y > -15 && y < -10) game.sound->PlayEffect(SfxFall);
+    if (y > -15 && y < -10) w.events.Add(Happening::Dropping);
     if (y < -100) {
         pl.DeathStatus(true);
-        game.StarsCollected = 0;
-        game.stats->FallenOffCount += 1;
-        game.gui->SetupScreen(0);
-        Events |= EventDeath;
+        w.starsCollected = 0;
+        w.events.Add(Happening::FellOut);
     }
 }
 
-bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c, const Vector3& p) {
-    clsPlayer& pl = *game.player;
-    TrackObjects& t = *game.track;
+bool CollisionDetection::FaceResponse(const PlayWorld& w, const CollisionCandidate& c, const Vector3& p) {
+    clsPlayer& pl = w.car;
+    TrackObjects& t = w.track;
     const float x = pl.Posx(), y = pl.PosY(), z = pl.Posz();
     auto platformVelocityX = [&]() {
         return t.platforms[static_cast<size_t>(c.objectIndex)]->GetVelocity().x;
@@ -203,7 +192,7 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
         case 3:
             if (c.objectKind == KindRamp) {
                 const clsRamp& r = *t.ramps[static_cast<size_t>(c.objectIndex)];
-                game.OnGround = true;
+                w.onGround = true;
                 if (r.rotateVal() == 0 || r.rotateVal() == 2)
                     pl.verticalvelocity(pl.ForwardVelocity() * r.GetGradient());
                 else
@@ -212,9 +201,9 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
                 break;
             }
             if (pl.verticalvelocity() > 0) break;
-            game.OnGround = true;
+            w.onGround = true;
             pl.verticalvelocity(AddD(p.y - y, 0.0001));
-            if (!LandingAction(game, c)) return false;
+            if (!LandingAction(w, c)) return false;
             // Every corner of the car standing on the top answers here; the
             // platform's motion is added once, or the car would slide along
             // at a multiple of the platform's speed.
@@ -235,7 +224,7 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
             }
             break;
         case 6:  // a ramp's landing strip
-            game.OnGround = true;
+            w.onGround = true;
             pl.verticalvelocity(AddD(p.y - y, 0.0001));
             break;
         default:
@@ -244,31 +233,30 @@ bool CollisionDetection::FaceResponse(frmGame& game, const CollisionCandidate& c
     return true;
 }
 
-bool CollisionDetection::LandingAction(frmGame& game, const CollisionCandidate& c) {
-    clsPlayer& pl = *game.player;
-    TrackObjects& t = *game.track;
+bool CollisionDetection::LandingAction(const PlayWorld& w, const CollisionCandidate& c) {
+    clsPlayer& pl = w.car;
+    TrackObjects& t = w.track;
     clsBlock* block =
         c.objectKind == KindBlock ? t.blocks[static_cast<size_t>(c.objectIndex)].get() : nullptr;
     switch (c.actionCode) {
         case clsBlock::Finish:
-            FinishFrames = game.RaceFrames;
-            FinishStars = game.StarsCollected;
-            Events |= EventFinish;
-            game.Winlevel();
+            // The session ends the run: nothing more happens in this pass.
+            w.events.FinishFrames = w.raceFrames;
+            w.events.FinishStars = w.starsCollected;
+            w.events.Add(Happening::Finish);
             return false;
         case clsBlock::BouncePad:
-            game.sound->PlayEffect(SfxBouncePad);
+            w.events.Add(Happening::BouncePad);
             if (block) block->Bounce();
             pl.verticalvelocity(BouncePadLaunch);
             pl.SetBouncePad();
-            game.OnGround = false;
-            Events |= EventBounce;
+            w.onGround = false;
             break;
         case clsBlock::Ice:
             pl.SetPlayerOnIce();
             break;
         case clsBlock::Falling: {
-            game.sound->PlayEffect(SfxFall);
+            w.events.Add(Happening::FallingBlock);
             double top, fallvel = 0;
             if (block) {
                 block->Fall();
@@ -280,13 +268,11 @@ bool CollisionDetection::LandingAction(frmGame& game, const CollisionCandidate& 
             }
             pl.PosY(static_cast<float>(top + fallvel + 0.0001));
             pl.verticalvelocity(static_cast<float>(-fallvel - 0.0001));
-            Events |= EventFallBlock;
             break;
         }
         case clsBlock::Turbo:
-            game.sound->PlayEffect(SfxTurboPlatform);
+            w.events.Add(Happening::Turbo);
             pl.ForwardVelocity(TurboSpeed);
-            Events |= EventTurbo;
             break;
         case clsBlock::Deadly:
             ExplodeRequested = true;
@@ -297,11 +283,11 @@ bool CollisionDetection::LandingAction(frmGame& game, const CollisionCandidate& 
     return true;
 }
 
-void CollisionDetection::PickUpStars(frmGame& game) {
-    TrackObjects& t = *game.track;
+void CollisionDetection::PickUpStars(const PlayWorld& w) {
+    TrackObjects& t = w.track;
     const int32_t S = t.StarUpper;
     if (S < 0) return;
-    clsPlayer& pl = *game.player;
+    const clsPlayer& pl = w.car;
     const double px = pl.Posx(), py = pl.PosY();
     const float pz = pl.Posz();
     for (int32_t s = 0; s <= S; ++s) {
@@ -312,22 +298,11 @@ void CollisionDetection::PickUpStars(frmGame& game) {
         if (!(sy - 0.8 < py && py < sy + 0.8)) continue;
         if (!(static_cast<float>(sz - 1) < pz && pz < static_cast<float>(sz + 1))) continue;
         star.GetStar();
-        game.sound->PlayEffect(SfxGetStar);
         float fx = static_cast<float>(sx), fy = static_cast<float>(sy), fz = static_cast<float>(sz);
-        game.particles->AddStarExplosion(fx, fy, fz);
-        game.StarsCollected += 1;
-        SetFieldText(game, 1,
-                     "Stars " + std::to_string(game.StarsCollected) + " / of " + std::to_string(S + 1));
-        Events |= EventStar;
+        w.sparks.AddStarExplosion(fx, fy, fz);
+        w.starsCollected += 1;
+        w.events.Add(Happening::Star, w.starsCollected);
     }
-}
-
-void CollisionDetection::ThreeAxisContact(frmGame& game) {
-    // No face of the game is tilted against all three axes; if one ever is,
-    // there is no sensible response and the game stops.
-    game.platform.window.messageBox("Whoops: You got eaten by a bug");
-    game.debug->Close();
-    std::exit(1);
 }
 
 }  // namespace qb

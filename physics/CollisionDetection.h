@@ -5,7 +5,8 @@
 //
 // It sets speeds that the car's draw integrates later in the same frame; it
 // moves the car itself only when it lands on a falling block or bumps an
-// underside.
+// underside. What it makes happen for the player (sounds, the star counter,
+// the end of a run) it only notes in the frame's PlayEvents.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +17,22 @@
 
 namespace qb {
 
-class frmGame;
+class TrackObjects;
 class clsPlayer;
+class clsParticles;
+class PlayEvents;
+
+// What one pass works on, all of it the session's: the track, the car, the
+// star sparks, the run values the pass changes and the frame's record.
+struct PlayWorld {
+    TrackObjects& track;
+    clsPlayer& car;
+    clsParticles& sparks;
+    PlayEvents& events;
+    bool& onGround;
+    int32_t& starsCollected;
+    int32_t raceFrames;  // the race clock, kept at the finish
+};
 
 // One face of one object, as the sweep sees it.
 struct CollisionCandidate {
@@ -43,16 +58,13 @@ public:
     // touching it: well above rounding, far below anything a player sees.
     static constexpr float TouchTolerance = 0.001f;
 
-    void CheckCollisions(frmGame& game);
-    void ResetCollisionState(frmGame& game);
+    void CheckCollisions(const PlayWorld& w);
+    void ResetCollisionState(const PlayWorld& w);
     // Fills Candidates (numbered from 1 in the game's terms, 0-based here)
     // and returns how many there are.
-    int32_t GatherCandidates(frmGame& game);
-    // A contact tilted against all three box axes: no face of the game can
-    // make one, so it means a broken track; tells the player and ends.
-    [[noreturn]] void ThreeAxisContact(frmGame& game);
+    int32_t GatherCandidates(const TrackObjects& t, const clsPlayer& pl);
 
-    // Module state of the pass in progress (OnGround itself lives on the form).
+    // Module state of the pass in progress (OnGround itself is the session's).
     bool OnRamp = false;
     bool ExplodeRequested = false;
     bool SqueezedFromLeft = false;
@@ -62,19 +74,12 @@ public:
     std::vector<CollisionCandidate> Candidates;
     ContactSet ContactPoints;
 
-    // What happened, or-ed in by the pass, the controls and the car (see
-    // PlayEvents.h); the reader clears it.
-    uint32_t Events = 0;
-    // The race clock and the star count at the last finish contact.
-    int32_t FinishFrames = 0;
-    int32_t FinishStars = 0;
-
 private:
     // Runs the response of face `c` at contact point p. False when the pass
     // must end at once (the finish).
-    bool FaceResponse(frmGame& game, const CollisionCandidate& c, const Vector3& p);
-    bool LandingAction(frmGame& game, const CollisionCandidate& c);
-    void PickUpStars(frmGame& game);
+    bool FaceResponse(const PlayWorld& w, const CollisionCandidate& c, const Vector3& p);
+    bool LandingAction(const PlayWorld& w, const CollisionCandidate& c);
+    void PickUpStars(const PlayWorld& w);
 
     std::vector<int32_t> nearBlocks_, nearRamps_, nearPlatforms_;
 };

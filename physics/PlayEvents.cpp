@@ -14,4 +14,37 @@ std::string DescribePlayEvents(uint32_t events) {
     return out;
 }
 
+void PlayEvents::Add(Happening what, int32_t value) {
+    switch (what) {
+        case Happening::Jump:
+            Flags |= EventJump;
+            break;
+        case Happening::Star:
+            Flags |= EventStar;
+            break;
+        case Happening::BouncePad:
+            Flags |= EventBounce;
+            break;
+        case Happening::Turbo:
+            Flags |= EventTurbo;
+            break;
+        case Happening::FallingBlock:
+            Flags |= EventFallBlock;
+            break;
+        case Happening::Explode:
+            Flags |= EventExplode;
+            break;
+        case Happening::BlownUp:
+        case Happening::FellOut:
+            Flags |= EventDeath;
+            break;
+        case Happening::Finish:
+            Flags |= EventFinish;
+            break;
+        default:
+            break;
+    }
+    happenings_.push_back(PlayHappening{what, value});
+}
+
 }  // namespace qb

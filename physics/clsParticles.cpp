@@ -4,25 +4,24 @@
 #include <cmath>
 
 #include "platform/D3DMath.h"
+#include "platform/Platform.h"
 #include "platform/QuorbitDebug.h"
-#include "shell/frmGame.h"
 
 namespace qb {
 
-clsParticles::clsParticles(frmGame& game) : game_(game) {
+clsParticles::clsParticles(Platform& platform, QuorbitDebug& debug) : platform_(platform), debug_(debug) {
     particles_.reserve(8 * BurstSize);
     vertices_.reserve(8 * BurstSize);
 }
 
 clsParticles::~clsParticles() {
-    if (texture_ != 0) game_.platform.graphics.releaseTexture(texture_);
+    if (texture_ != 0) platform_.graphics.releaseTexture(texture_);
 }
 
 void clsParticles::create() {
-    texture_ = game_.platform.graphics.createTextureFromFile(
-        game_.platform.paths.gameDir + "misc/starParticle.bmp", 32, 32, 0xFFFF00FFu, true);
-    game_.debug->WriteLine(texture_ != 0 ? "CREATED PARTICLE ENGINE = True"
-                                         : "CREATED PARTICLE ENGINE = Failed");
+    texture_ = platform_.graphics.createTextureFromFile(platform_.paths.gameDir + "misc/starParticle.bmp", 32,
+                                                        32, 0xFFFF00FFu, true);
+    debug_.WriteLine(texture_ != 0 ? "CREATED PARTICLE ENGINE = True" : "CREATED PARTICLE ENGINE = Failed");
 }
 
 void clsParticles::resetParticles() {
@@ -53,7 +52,7 @@ void clsParticles::AddStarExplosion(float& x, float& y, float& z) {
     count_ += BurstSize;
     particles_.resize(static_cast<size_t>(count_));
     vertices_.resize(static_cast<size_t>(count_));
-    const int32_t now = static_cast<int32_t>(game_.platform.clock.tickCount());
+    const int32_t now = static_cast<int32_t>(platform_.clock.tickCount());
     for (int32_t k = old; k < count_; ++k) {
         Particle& p = particles_[static_cast<size_t>(k)];
         p.dead = 0;
@@ -82,7 +81,7 @@ void clsParticles::AddStarExplosion(float& x, float& y, float& z) {
 }
 
 void clsParticles::UpdateParticles() {
-    const int32_t now = static_cast<int32_t>(game_.platform.clock.tickCount());
+    const int32_t now = static_cast<int32_t>(platform_.clock.tickCount());
     int32_t alive = 0;
     for (int32_t k = 0; k < count_; ++k) {
         Particle& p = particles_[static_cast<size_t>(k)];
@@ -146,7 +145,7 @@ void clsParticles::draw(float blend) {
         }
         shown = between_.data();
     }
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     device.setTransform(TransformKind::World, MatrixIdentity());
     device.setRenderState(RenderState::AlphaBlendEnable, 1);
     device.setRenderState(RenderState::ZWriteEnable, 0);

@@ -12,7 +12,8 @@
 
 namespace qb {
 
-class frmGame;
+struct Platform;
+class QuorbitDebug;
 
 struct Particle {
     Vector3 position;
@@ -29,7 +30,7 @@ class clsParticles {
 public:
     static constexpr int32_t BurstSize = 30;
 
-    explicit clsParticles(frmGame& game);
+    clsParticles(Platform& platform, QuorbitDebug& debug);
     ~clsParticles();
     clsParticles(const clsParticles&) = delete;
     clsParticles& operator=(const clsParticles&) = delete;
@@ -62,7 +63,8 @@ public:
 private:
     float Rnd();
 
-    frmGame& game_;
+    Platform& platform_;
+    QuorbitDebug& debug_;
     int32_t count_ = 0;
     std::vector<Particle> particles_ = std::vector<Particle>(1);
     std::vector<PointVertex> vertices_ = std::vector<PointVertex>(1);

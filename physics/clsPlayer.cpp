@@ -2,17 +2,10 @@
 
 #include <cmath>
 
-#include "audio/DXmusicSFX.h"
-#include "gui/Gui.h"
-#include "persist/Stats.h"
-#include "physics/CollisionDetection.h"
 #include "physics/PlayEvents.h"
 #include "physics/clsShadow.h"
 #include "platform/D3DMath.h"
-#include "platform/DirectInput.h"
-#include "platform/DirectX.h"
-#include "shell/KeyboardControls.h"
-#include "shell/frmGame.h"
+#include "platform/Platform.h"
 
 namespace qb {
 
@@ -27,7 +20,7 @@ constexpr double DegreesToRadians = 0.01745329;
 constexpr float SkidYaw = 0.1745329f;
 }  // namespace
 
-clsPlayer::clsPlayer(frmGame& game) : game_(game) {
+clsPlayer::clsPlayer(Platform& platform) : platform_(platform), model_(platform.graphics) {
     InitCollisionPoints();
 }
 
@@ -64,13 +57,8 @@ void clsPlayer::deccelerate() {
 }
 
 void clsPlayer::releaseModel() {
-    GraphicsDevice& device = game_.platform.graphics;
-    for (TextureId t : textures_)
-        if (t != 0) device.releaseTexture(t);
-    textures_.clear();
-    materials_.clear();
-    if (mesh_ != 0) device.releaseMesh(mesh_);
-    mesh_ = 0;
+    GraphicsDevice& device = platform_.graphics;
+    model_.Release();
     for (size_t k = 1; k < explosion_.size(); ++k) {
         if (explosion_[k] != 0) device.releaseTexture(explosion_[k]);
         explosion_[k] = 0;
@@ -79,20 +67,9 @@ void clsPlayer::releaseModel() {
 
 void clsPlayer::load(const std::string& modelFile) {
     releaseModel();
-    GraphicsDevice& device = game_.platform.graphics;
-    const std::string& dir = game_.platform.paths.gameDir;
-    int count = 0;
-    mesh_ = device.loadMesh(modelFile, count);
-    materials_.resize(static_cast<size_t>(count));
-    textures_.assign(static_cast<size_t>(count), 0);
-    for (int i = 0; i < count; ++i) {
-        MeshMaterial m = device.meshMaterial(mesh_, i);
-        m.ambient = m.diffuse;  // unlit: the ambient term carries the colour
-        if (!m.textureFile.empty())
-            textures_[static_cast<size_t>(i)] =
-                device.createTextureFromFile(dir + "skins/" + m.textureFile, 0, 0, 0, true);
-        materials_[static_cast<size_t>(i)] = m;
-    }
+    GraphicsDevice& device = platform_.graphics;
+    const std::string& dir = platform_.paths.gameDir;
+    model_.Load(modelFile, dir + "skins/");
     resetPLayer();
     for (int k = 1; k <= ExplosionFrames; ++k)
         explosion_[static_cast<size_t>(k)] = device.createTextureFromFile(
@@ -148,10 +125,10 @@ Vector4 clsPlayer::CalculateCollisionBoxCentre() const {
     return Vector4{x_, AddD(y_, 0.4), AddD(z_, -0.4), 1.0f};
 }
 
-void clsPlayer::Move() {
+bool clsPlayer::Move(PlayEvents& events) {
     if (exploding_) {
-        explodeStep();
-        return;
+        explodeStep(events);
+        return false;
     }
     x_ += horizontal_;
     y_ += vertical_;
@@ -160,10 +137,9 @@ void clsPlayer::Move() {
     skid_ = 0;
     if (onIce_) {
         // Sliding without steering: the nose turns into the slide.
-        const KeyboardControls& keys = *game_.controls;
-        if (horizontal_ > 0 && !keys.SteeringRight())
+        if (horizontal_ > 0 && !steerRight_)
             skid_ = 1;
-        else if (horizontal_ < 0 && !keys.SteeringLeft())
+        else if (horizontal_ < 0 && !steerLeft_)
             skid_ = -1;
     }
     spinShown_ = bouncePadActive_;
@@ -172,14 +148,7 @@ void clsPlayer::Move() {
         spinAngle_ = AddD(spinAngle_, 30);
         if (spinAngle_ > 720) bouncePadActive_ = false;
     }
-
-    // The camera rides along the track, never sideways or up.
-    DirectX& dx = *game_.dx;
-    dx.CameraEye.z += forward_;
-    dx.CameraLookAt.z += forward_;
-    dx.SetView();
-
-    game_.shadow->Place();
+    return true;
 }
 
 void clsPlayer::KeepDrawnState() {
@@ -187,47 +156,41 @@ void clsPlayer::KeepDrawnState() {
     drawnSpin_ = spinShown_ ? shownSpin_ : 0;
 }
 
-void clsPlayer::draw(float blend) {
+void clsPlayer::draw(float blend, clsShadow& shadow) {
     if (exploding_) {
         drawExploding();
         return;
     }
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     world_ = MatrixIdentity();
     if (skid_ > 0)
         world_ = MatrixMultiply(world_, MatrixRotationY(-SkidYaw));
     else if (skid_ < 0)
         world_ = MatrixMultiply(world_, MatrixRotationY(SkidYaw));
-    if (spinShown_) {
-        // Two turns about the vertical through the middle of the footprint.
-        const float angle = Lerp(drawnSpin_, shownSpin_, blend);
-        scratch1_ = MatrixTranslation(0, 0, 0.4f);
-        world_ = MatrixMultiply(world_, scratch1_);
-        scratch2_ = MatrixRotationY(static_cast<float>(-static_cast<double>(angle) * DegreesToRadians));
-        world_ = MatrixMultiply(world_, scratch2_);
-        scratch1_ = MatrixTranslation(0, 0, -0.4f);
-        world_ = MatrixMultiply(world_, scratch1_);
-    }
+    // Two turns about the vertical through the middle of the footprint.
+    if (spinShown_) world_ = Spun(world_, Lerp(drawnSpin_, shownSpin_, blend));
     const Vector3 at = DrawnPosition(blend);
     world_ = MatrixMultiply(world_, MatrixTranslation(at.x, at.y, at.z));
     device.setTransform(TransformKind::World, world_);
-    for (size_t i = 0; i < materials_.size(); ++i) {
-        device.setTexture(textures_[i]);
-        device.drawMeshSubset(mesh_, static_cast<int>(i));
-    }
-    game_.shadow->draw(Vec3Subtract(at, GetPosition()));
+    model_.Draw();
+    shadow.draw(Vec3Subtract(at, GetPosition()));
 }
 
-void clsPlayer::explodeStep() {
+Matrix4 clsPlayer::Spun(const Matrix4& world, float angle) {
+    Matrix4 m = MatrixMultiply(world, MatrixTranslation(0, 0, 0.4f));
+    m = MatrixMultiply(m,
+                       MatrixRotationY(static_cast<float>(-static_cast<double>(angle) * DegreesToRadians)));
+    return MatrixMultiply(m, MatrixTranslation(0, 0, -0.4f));
+}
+
+void clsPlayer::explodeStep(PlayEvents& events) {
     spinAngle_ = 1080;
-    if (explodeFrame_ == 1) game_.sound->PlayEffect(SfxBlowUp);
+    if (explodeFrame_ == 1) events.Add(Happening::BlowUp);
     if (explodeFrame_ == ExplosionFrames) {
-        game_.stats->BlownUpCount += 1;
-        game_.gui->SetupScreen(0);
         dead_ = true;
-        game_.collision->Events |= EventDeath;
+        events.Add(Happening::BlownUp);
     }
-    const uint32_t now = game_.platform.clock.tickCount();
+    const uint32_t now = platform_.clock.tickCount();
     if (now - explodeFrameTime_ > ExplodeFrameInterval) {
         explodeFrame_ += 1;
         explodeFrameTime_ = now;
@@ -236,7 +199,7 @@ void clsPlayer::explodeStep() {
 
 void clsPlayer::drawExploding() {
     if (explodeFrame_ < 15) {
-        GraphicsDevice& device = game_.platform.graphics;
+        GraphicsDevice& device = platform_.graphics;
         device.setRenderState(RenderState::PointSize, FloatToDWord(0.06f));
         device.setTransform(TransformKind::World, MatrixIdentity());
         device.setRenderState(RenderState::AlphaBlendEnable, 1);

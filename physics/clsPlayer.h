@@ -1,7 +1,7 @@
 // The car: its position and speeds, the model, the explosion and the few
-// flags the collision pass sets. It moves itself once a frame inside draw
-// (after the collision pass has corrected its speeds), then takes the camera
-// along and lays its shadow.
+// flags the collision pass sets. It moves itself once a play frame, after the
+// collision pass has corrected its speeds; the session then takes the camera
+// along and lays the shadow.
 //
 // The reference point is the middle of the car's underside at its nose: the
 // collision box spans x -0.4..0.4, y 0..0.8 and z -0.8..0 around it and never
@@ -16,10 +16,13 @@
 #include "platform/D3DMath.h"
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
+#include "world/MeshModel.h"
 
 namespace qb {
 
-class frmGame;
+struct Platform;
+class PlayEvents;
+class clsShadow;
 
 class clsPlayer {
 public:
@@ -30,7 +33,7 @@ public:
     static constexpr int ExplosionFrames = 16;
     static constexpr uint32_t ExplodeFrameInterval = 85;  // ms
 
-    explicit clsPlayer(frmGame& game);
+    explicit clsPlayer(Platform& platform);
     ~clsPlayer();
     clsPlayer(const clsPlayer&) = delete;
     clsPlayer& operator=(const clsPlayer&) = delete;
@@ -54,12 +57,20 @@ public:
     float HorizontalVelocity() const { return horizontal_; }
     void accelerate();
     void deccelerate();
-    // One play frame: move by the speeds, take the camera along and lay the
-    // shadow; or one frame of the explosion.
-    void Move();
-    // Draws the car (or the explosion) `blend` of the way from where the
-    // last play frame found it to where it is now (1: where it is).
-    void draw(float blend = 1.0f);
+    // One play frame: move by the speeds; or one frame of the explosion,
+    // noting its first picture and its end in `events`. False while
+    // exploding: the car has not moved.
+    bool Move(PlayEvents& events);
+    // Whether the keys of the last play frame steered left or right: a car
+    // sliding on ice without them turns its nose into the slide.
+    void Steering(bool left, bool right) {
+        steerLeft_ = left;
+        steerRight_ = right;
+    }
+    // Draws the car with its shadow (or the explosion) `blend` of the way
+    // from where the last play frame found it to where it is now (1: where
+    // it is).
+    void draw(float blend, clsShadow& shadow);
     // The present place and turn become the ones drawings start from.
     void KeepDrawnState();
     // Where a drawing `blend` of the way through the frame shows the car.
@@ -87,17 +98,22 @@ public:
     int32_t ExplodeFrame() const { return explodeFrame_; }
     const PointVertex& ExplodeSprite() const { return sprite_; }
     const Matrix4& WorldMatrix() const { return world_; }
-    bool HasModel() const { return mesh_ != 0; }
+    bool HasModel() const { return model_.Loaded(); }
     // The car's skin (0 before the model is loaded or without one).
-    TextureId SkinTexture() const { return textures_.empty() ? 0 : textures_[0]; }
+    TextureId SkinTexture() const { return model_.Skin(0); }
+
+    // `world` turned `angle` degrees about the upright through the middle
+    // of the car's footprint: the bounce-pad spin, as the car and its ghost
+    // draw it.
+    static Matrix4 Spun(const Matrix4& world, float angle);
 
 private:
     void InitCollisionPoints();
     void releaseModel();
-    void explodeStep();
+    void explodeStep(PlayEvents& events);
     void drawExploding();
 
-    frmGame& game_;
+    Platform& platform_;
     float x_ = 0, y_ = 3, z_ = 1;
     float horizontal_ = 0, vertical_ = 0, forward_ = 0;
     float friction_ = NormalFriction;
@@ -111,17 +127,16 @@ private:
     std::array<Vector3, 8> collisionPoints_{};
     std::array<Vector3, 3> boxAxes_{};
     PointVertex sprite_{};
-    MeshId mesh_ = 0;
-    std::vector<MeshMaterial> materials_;
-    std::vector<TextureId> textures_;
+    MeshModel model_;
     std::array<TextureId, ExplosionFrames + 1> explosion_{};  // 1..16
-    Matrix4 world_, scratch1_, scratch2_;
+    Matrix4 world_;
     // What the drawings show: the place and bounce-pad turn of the last play
     // frame and of the one before, and the skid (-1, 0, 1).
     Vector3 drawnFrom_{0, 3, 1};
     float shownSpin_ = 0, drawnSpin_ = 0;
     bool spinShown_ = false;
     int skid_ = 0;
+    bool steerLeft_ = false, steerRight_ = false;
 };
 
 }  // namespace qb

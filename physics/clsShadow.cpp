@@ -6,8 +6,8 @@
 #include "physics/clsPlayer.h"
 #include "physics/maths.h"
 #include "platform/D3DMath.h"
+#include "platform/Platform.h"
 #include "platform/QuorbitDebug.h"
-#include "shell/frmGame.h"
 
 namespace qb {
 
@@ -55,10 +55,11 @@ bool InsideTop(const Vector3& hit, const Vector3& greatest, const Vector3& small
 }
 }  // namespace
 
-clsShadow::clsShadow(frmGame& game) : game_(game) {}
+clsShadow::clsShadow(Platform& platform, QuorbitDebug& debug, const TrackObjects& track, const clsPlayer& car)
+    : platform_(platform), debug_(debug), track_(track), car_(car) {}
 
 clsShadow::~clsShadow() {
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     if (buffer_ != 0) device.releaseVertexBuffer(buffer_);
     if (texture_ != 0) device.releaseTexture(texture_);
 }
@@ -70,15 +71,15 @@ void clsShadow::create() {
         const float xz[6][2] = {{-h, 0}, {h, 0}, {h, -l}, {-h, 0}, {h, -l}, {-h, -l}};
         for (int k = 0; k < 6; ++k) v[k] = BlockVertex{xz[k][0], 0, xz[k][1], ShadowColour, 0, 0, 0};
     }
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     if (buffer_ == 0) buffer_ = device.createVertexBuffer(vertices_.data(), VertexCount);
-    texture_ = device.createTextureFromFile(game_.platform.paths.gameDir + "misc/shadowimage.bmp", 0, 0,
+    texture_ = device.createTextureFromFile(platform_.paths.gameDir + "misc/shadowimage.bmp", 0, 0,
                                             0xFFFF00FFu, true);
-    game_.debug->WriteLine(texture_ != 0 ? "Created Player Shadow = True" : "Created Player Shadow = Failed");
+    debug_.WriteLine(texture_ != 0 ? "Created Player Shadow = True" : "Created Player Shadow = Failed");
 }
 
 void clsShadow::setBlending() {
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     device.setTexture(texture_);
     device.setRenderState(RenderState::AlphaBlendEnable, 1);
     device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
@@ -87,7 +88,7 @@ void clsShadow::setBlending() {
 
 void clsShadow::draw2() {
     if (buffer_ == 0) return;
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     setBlending();
     for (int q = 0; q < 4; ++q) {
         device.setTransform(TransformKind::World, MatrixTranslation(0, 0, 0));
@@ -96,8 +97,8 @@ void clsShadow::draw2() {
 }
 
 Vector3 clsShadow::FindDropPoint(const Vector3& probe, ShadowQuarter& record, uint8_t quarter) {
-    const TrackObjects& t = *game_.track;
-    const clsPlayer& pl = *game_.player;
+    const TrackObjects& t = track_;
+    const clsPlayer& pl = car_;
     const Vector3 down{0, probe.y - 100, 0};
     float best = 100;
     Vector3 result{0, 0, 0};
@@ -170,8 +171,8 @@ Vector3 clsShadow::FindDropPoint(const Vector3& probe, ShadowQuarter& record, ui
 }
 
 void clsShadow::Place() {
-    const clsPlayer& pl = *game_.player;
-    const TrackObjects& t = *game_.track;
+    const clsPlayer& pl = car_;
+    const TrackObjects& t = track_;
     const float x = pl.Posx(), y = pl.PosY(), z = pl.Posz(), f = pl.ForwardVelocity();
     const float left = static_cast<float>(x - 0.4), right = static_cast<float>(x + 0.4);
     const float up = static_cast<float>(y + 0.4);
@@ -301,7 +302,7 @@ void clsShadow::Place() {
     origins_[2] = Vector3{D3.x + w[2] / 2, D3.y, D3.z + l[2]};
     origins_[3] = Vector3{D4.x - w[3] / 2, D4.y, D4.z + l[3]};
 
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     if (buffer_ == 0)
         buffer_ = device.createVertexBuffer(vertices_.data(), VertexCount);
     else
@@ -311,7 +312,7 @@ void clsShadow::Place() {
 
 void clsShadow::draw(const Vector3& offset) {
     if (buffer_ == 0) return;
-    GraphicsDevice& device = game_.platform.graphics;
+    GraphicsDevice& device = platform_.graphics;
     setBlending();
     for (int q = 0; q < 4; ++q) {
         const Vector3& o = origins_[q];

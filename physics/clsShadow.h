@@ -14,7 +14,10 @@
 
 namespace qb {
 
-class frmGame;
+struct Platform;
+class QuorbitDebug;
+class TrackObjects;
+class clsPlayer;
 
 struct ShadowQuarter {
     float distance = 0;  // probe to surface
@@ -32,7 +35,8 @@ public:
     static constexpr int VertexCount = 24;
     static constexpr float Footprint = 0.8f;
 
-    explicit clsShadow(frmGame& game);
+    // Lays the shadow of `car` on `track`.
+    clsShadow(Platform& platform, QuorbitDebug& debug, const TrackObjects& track, const clsPlayer& car);
     ~clsShadow();
     clsShadow(const clsShadow&) = delete;
     clsShadow& operator=(const clsShadow&) = delete;
@@ -57,7 +61,10 @@ private:
     Vector3 FindDropPoint(const Vector3& probe, ShadowQuarter& record, uint8_t quarter);
     void setBlending();
 
-    frmGame& game_;
+    Platform& platform_;
+    QuorbitDebug& debug_;
+    const TrackObjects& track_;
+    const clsPlayer& car_;
     std::array<BlockVertex, VertexCount> vertices_{};
     std::array<ShadowQuarter, 4> quarters_{};
     std::array<Vector3, 4> drops_{};

@@ -1,8 +1,5 @@
 #include "shell/DriveControls.h"
 
-#include "audio/DXmusicSFX.h"
-#include "persist/Stats.h"
-#include "physics/CollisionDetection.h"
 #include "physics/PlayEvents.h"
 #include "physics/clsPlayer.h"
 #include "platform/KeyboardDevice.h"
@@ -24,9 +21,7 @@ void ApplyDrive(frmGame& game, uint8_t bits, int jumps) {
     for (int i = 0; i < jumps; ++i) {
         if (!game.OnGround || pl.getexplodeStatus()) continue;
         pl.verticalvelocity(KeyboardControls::JumpVelocity);
-        game.sound->PlayEffect(SfxJump);
-        game.stats->JumpCount += 1;
-        game.collision->Events |= EventJump;
+        game.Events.Add(Happening::Jump);
     }
 }
 

@@ -22,7 +22,8 @@ enum DriveBit : uint8_t {
 
 // Acts on the car as the held keys do: accelerate, brake, stop sliding
 // sideways unless steering or on ice, steer, and `jumps` jump attempts
-// (the keyboard can ask twice in a frame: a jump key and Return).
+// (the keyboard can ask twice in a frame: a jump key and Return). A jump is
+// noted in game.Events for the session to answer.
 void ApplyDrive(frmGame& game, uint8_t bits, int jumps);
 
 // The key-script form (Up, Down, Left, Right, Space) and back.

@@ -13,9 +13,7 @@
 
 namespace qb {
 
-GhostCar::~GhostCar() {
-    ReleaseModel();
-}
+GhostCar::GhostCar(frmGame& game) : game_(game), model_(game.platform.graphics) {}
 
 bool GhostCar::Enabled() const {
     return game_.settings->GetBool(SettingKey, true);
@@ -73,32 +71,13 @@ const GhostFrame* GhostCar::At(int64_t frame) const {
 
 void GhostCar::LoadModel() {
     modelTried_ = true;
-    GraphicsDevice& device = game_.platform.graphics;
     const std::string& dir = game_.platform.paths.gameDir;
     try {
-        int count = 0;
-        mesh_ = device.loadMesh(dir + "models/player.x", count);
-        for (int i = 0; i < count; ++i) {
-            MeshMaterial m = device.meshMaterial(mesh_, i);
-            materials_.push_back(m);
-            textures_.push_back(m.textureFile.empty() ? 0
-                                                      : device.createTextureFromFile(
-                                                            dir + "skins/" + m.textureFile, 0, 0, 0, true));
-        }
+        model_.Load(dir + "models/player.x", dir + "skins/");
     } catch (const std::exception& e) {
         game_.debug->WriteLine(std::string("No ghost: ") + e.what());
-        ReleaseModel();
+        model_.Release();
     }
-}
-
-void GhostCar::ReleaseModel() {
-    GraphicsDevice& device = game_.platform.graphics;
-    for (TextureId t : textures_)
-        if (t != 0) device.releaseTexture(t);
-    textures_.clear();
-    materials_.clear();
-    if (mesh_ != 0) device.releaseMesh(mesh_);
-    mesh_ = 0;
 }
 
 void GhostCar::draw(int64_t frame) {
@@ -106,14 +85,10 @@ void GhostCar::draw(int64_t frame) {
     const GhostFrame* g = At(frame);
     if (g == nullptr) return;
     if (!modelTried_) LoadModel();
-    if (mesh_ == 0) return;
+    if (!model_.Loaded()) return;
     GraphicsDevice& device = game_.platform.graphics;
     Matrix4 world = MatrixIdentity();
-    if (g->spinning) {
-        world = MatrixMultiply(world, MatrixTranslation(0, 0, 0.4f));
-        world = MatrixMultiply(world, MatrixRotationY(static_cast<float>(-g->spinAngle * 0.01745329)));
-        world = MatrixMultiply(world, MatrixTranslation(0, 0, -0.4f));
-    }
+    if (g->spinning) world = clsPlayer::Spun(world, g->spinAngle);
     world = MatrixMultiply(world, MatrixTranslation(g->position.x, g->position.y, g->position.z));
     device.setTransform(TransformKind::World, world);
     // Added light, not paint: the ghost glows over the track and never
@@ -121,10 +96,7 @@ void GhostCar::draw(int64_t frame) {
     device.setRenderState(RenderState::SrcBlend, BlendOne);
     device.setRenderState(RenderState::DestBlend, BlendOne);
     device.setRenderState(RenderState::ZWriteEnable, 0);
-    for (size_t i = 0; i < materials_.size(); ++i) {
-        device.setTexture(textures_[i]);
-        device.drawMeshSubset(mesh_, static_cast<int>(i));
-    }
+    model_.Draw();
     device.setRenderState(RenderState::ZWriteEnable, 1);
     device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
     device.setRenderState(RenderState::DestBlend, BlendInvSrcAlpha);

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
 #include "shell/ReplayStore.h"
+#include "world/MeshModel.h"
 
 namespace qb {
 
@@ -27,8 +27,7 @@ class GhostCar {
 public:
     static constexpr const char* SettingKey = "race.ghost";
 
-    explicit GhostCar(frmGame& game) : game_(game) {}
-    ~GhostCar();
+    explicit GhostCar(frmGame& game);
     GhostCar(const GhostCar&) = delete;
     GhostCar& operator=(const GhostCar&) = delete;
 
@@ -50,16 +49,13 @@ public:
 private:
     bool Drive(const Replay& run, std::string& error);
     void LoadModel();
-    void ReleaseModel();
 
     frmGame& game_;
     std::vector<GhostFrame> frames_;
     std::string problem_;
     std::string drivenSeen_;  // the run (or the refusal) its frames come from
-    MeshId mesh_ = 0;
+    MeshModel model_;
     bool modelTried_ = false;
-    std::vector<MeshMaterial> materials_;
-    std::vector<TextureId> textures_;
 };
 
 }  // namespace qb

@@ -66,7 +66,7 @@ void KeyboardControls::HandleKeyboard() {
     }
     const PadReading pad = game_.platform.gamepads.read();
     pad_.Apply(pad, game_.GameState, *game_.bindings, k, fresh_);
-    steerLeft_ = steerRight_ = false;
+    game_.player->Steering(false, false);
     const int16_t before = game_.GameState;
     if (pad.driverLost && before == qb::Playing && !game_.watch->Active()) {
         // The controller that drove was pulled out: hold the race.
@@ -191,9 +191,10 @@ void KeyboardControls::Playing(const uint8_t* k) {
     if (jumps > 0) bits |= DriveJump;
     game_.DriveBits = bits;
     game_.DriveActed = true;
-    steerRight_ = (bits & DriveRight) != 0;
-    steerLeft_ = (bits & DriveLeft) != 0;
+    game_.player->Steering((bits & DriveLeft) != 0, (bits & DriveRight) != 0);
     ApplyDrive(game_, bits, jumps);
+    // A jump sounds and counts before anything else the keys do here.
+    game_.ApplyPlayEffects();
     ReleaseAction(k, Action::Pause, PauseReleased);
     ReleaseAction(k, Action::QuickRestart, RestartReleased);
     const bool esc = Pressed(k, DIK_ESCAPE, EscReleased);

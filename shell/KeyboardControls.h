@@ -51,14 +51,6 @@ public:
     // over: for a run that starts straight in play with its keys already down.
     void ScreenSeen();
 
-    // Whether the last play pass steered right or left (the car's skid look).
-    bool SteeringRight() const {
-        return steerRight_;
-    }
-    bool SteeringLeft() const {
-        return steerLeft_;
-    }
-
 private:
     void Playing(const uint8_t* k);
     // A watched run: the replay drives, Esc or the pause key leaves.
@@ -94,7 +86,6 @@ private:
     int16_t screen_ = -1;
     // Keys that went down since the last pass.
     std::array<bool, 256> fresh_{};
-    bool steerLeft_ = false, steerRight_ = false;
     PadKeys pad_;
     // Keys down in the last pass of the Controls screen: a new key is one that went down.
     std::array<bool, 256> wasDown_{};

@@ -26,7 +26,13 @@ void frmGame::AdvanceMotion() {
         if (behind < z + b.scalez() && ahead > z) b.Advance(frame);
     }
     for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->Spin(frame);
-    player->Move();
+    if (player->Move(Events)) {
+        // The camera rides along the track, never sideways or up.
+        dx->CameraEye.z += player->ForwardVelocity();
+        dx->CameraLookAt.z += player->ForwardVelocity();
+        dx->SetView();
+        shadow->Place();
+    }
     particles->UpdateParticles();
     debris->Follow(*player, *track, OnGround);
 }

@@ -112,7 +112,7 @@ void frmGame::ShowFinishDifference(int32_t field, int32_t frames, int32_t bestFr
 void frmGame::DrawPlayerAndParticles() {
     // The pieces first: the fireball is drawn over them without hiding them.
     debris->draw(platform.graphics, player->SkinTexture(), DrawBlend);
-    player->draw(DrawBlend);
+    player->draw(DrawBlend, *shadow);
     // A watched run is the ghost's own run: it would only cover the car.
     if (!watch->Active()) ghost->draw(static_cast<int64_t>(recorder->Frames().size()));
     particles->draw(DrawBlend);

@@ -126,7 +126,7 @@ bool SimRun::Start(int32_t track, const std::string& levels, std::string& error)
 SimRow SimRun::Step(const std::vector<uint8_t>& keys) {
     frmGame& g = *game_;
     HeadlessPlatform& hp = *hp_;
-    g.collision->Events = 0;
+    g.Events.Flags = 0;
     // The key bytes are set directly: a script changing many keys at once
     // must not overflow the device's event queue.
     std::fill(std::begin(hp.keyboard.keys), std::end(hp.keyboard.keys), uint8_t{0});
@@ -151,12 +151,12 @@ SimRow SimRun::Step(const std::vector<uint8_t>& keys) {
     row.stars = g.StarsCollected;
     row.raceFrames = g.RaceFrames;
     row.state = g.GameState;
-    row.events = g.collision->Events;
+    row.events = g.Events.Flags;
     if (row.events & EventDeath) died_ = true;
     if ((row.events & EventFinish) && !finished_) {
         finished_ = true;
-        finishFrames_ = g.collision->FinishFrames;
-        finishStars_ = g.collision->FinishStars;
+        finishFrames_ = g.Events.FinishFrames;
+        finishStars_ = g.Events.FinishStars;
     }
     return row;
 }

@@ -1,6 +1,7 @@
 // The keyboard around a watched run: W on a track choice starts it, Esc or
 // the pause key leaves it; while it runs the replay drives, not the keys.
 #include "gui/Gui.h"
+#include "physics/clsPlayer.h"
 #include "platform/KeyboardDevice.h"
 #include "shell/DriveControls.h"
 #include "shell/KeyBindings.h"
@@ -24,13 +25,13 @@ void KeyboardControls::Watching(const uint8_t* k) {
         return;
     }
     uint8_t bits = 0;
-    steerLeft_ = steerRight_ = false;
+    game_.player->Steering(false, false);
     if (!game_.watch->NextFrame(bits)) return;
     game_.DriveBits = bits;
     game_.DriveActed = true;
-    steerRight_ = (bits & DriveRight) != 0;
-    steerLeft_ = (bits & DriveLeft) != 0;
+    game_.player->Steering((bits & DriveLeft) != 0, (bits & DriveRight) != 0);
     ApplyDrive(game_, bits, (bits & DriveJump) != 0 ? 1 : 0);
+    game_.ApplyPlayEffects();
 }
 
 bool KeyboardControls::WatchPressed(const uint8_t* k) {

@@ -45,10 +45,10 @@ frmGame::frmGame(Platform& p) : platform(p) {
     track = std::make_unique<TrackObjects>(*this);
     animated = std::make_unique<AnimatedTextures>();
     background = std::make_unique<clsBackground>(p.graphics, dx->ScreenWidth, dx->ScreenHeight);
-    player = std::make_unique<clsPlayer>(*this);
-    particles = std::make_unique<clsParticles>(*this);
+    player = std::make_unique<clsPlayer>(p);
+    particles = std::make_unique<clsParticles>(p, *debug);
     debris = std::make_unique<CarDebris>();
-    shadow = std::make_unique<clsShadow>(*this);
+    shadow = std::make_unique<clsShadow>(p, *debug, *track, *player);
     collision = std::make_unique<CollisionDetection>();
     sound = std::make_unique<DXmusicSFX>(p.audio, *options, *debug, p.paths.gameDir);
     gui = std::make_unique<Gui>(*this);
@@ -307,9 +307,11 @@ void frmGame::playFrame() {
         recorder->Record(DriveBits);
     else
         recorder->Spoil();
-    collision->CheckCollisions(*this);
+    collision->CheckCollisions(PhysicsWorld());
+    ApplyPlayEffects();
     MovePlatforms();
     AdvanceMotion();
+    ApplyPlayEffects();
     if (!SmoothMotion) RenderFrame();
     platform.window.processEvents(*this);
     const uint32_t now = platform.clock.tickCount();

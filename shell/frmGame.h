@@ -7,6 +7,7 @@
 #include <set>
 #include <string>
 
+#include "physics/PlayEvents.h"
 #include "platform/Platform.h"
 #include "shell/GameState.h"
 
@@ -36,6 +37,7 @@ class RaceClock;
 class GhostCar;
 class WatchRun;
 class KeyBindings;
+struct PlayWorld;
 
 class frmGame : public WindowEvents {
 public:
@@ -73,6 +75,12 @@ public:
     void shutdown();
     // One play frame, in its fixed order.
     void playFrame();
+    // What the frame's physics works on.
+    PlayWorld PhysicsWorld();
+    // Answers what the physics noted so far in this frame (the sounds, the
+    // star counter, the statistics, the screens, the finish) in its order,
+    // and forgets it.
+    void ApplyPlayEffects();
     void RenderFrame();
     void ResetFPSCounter() { RaceFrames = 0; }
     // Recovers a lost device and rebuilds what lives on it; false when the
@@ -148,6 +156,8 @@ public:
     bool OnGround = false;
     int32_t LastFinishSeconds = 0;
     int32_t LastFinishHundredths = 0;
+    // What happened in play: the physics notes it, ApplyPlayEffects answers it.
+    PlayEvents Events;
     // The driving controls the keyboard acted on in this play frame.
     uint8_t DriveBits = 0;
     bool DriveActed = false;

@@ -125,8 +125,8 @@ TEST(Platforms, TwoPlatformsSqueezingFromBothSidesBlowTheCarUp) {
 
 TEST(Contacts, AFaceTiltedAgainstAllThreeAxesEndsTheGame) {
     Drive d("bug", TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
-    EXPECT_EXIT(d.game().collision->ThreeAxisContact(d.game()), ::testing::ExitedWithCode(1),
-                "Whoops: You got eaten by a bug");
+    d.game().Events.Add(Happening::BrokenTrack);
+    EXPECT_EXIT(d.game().ApplyPlayEffects(), ::testing::ExitedWithCode(1), "Whoops: You got eaten by a bug");
 }
 
 }  // namespace

@@ -85,9 +85,8 @@ TEST(Finish, TheAllStarsFlagNeedsEveryStar) {
     d.car().ForwardVelocity(0);
     ASSERT_TRUE(d.frame().events & EventFinish);
     EXPECT_FALSE(d.game().levels->AllStars(1));
-    EXPECT_EQ(
-        d.run->Result(),
-        "result: finished " + RaceTime::FromFrames(d.game().collision->FinishFrames).Clock() + " stars 1/2");
+    EXPECT_EQ(d.run->Result(), "result: finished " +
+                                   RaceTime::FromFrames(d.game().Events.FinishFrames).Clock() + " stars 1/2");
 }
 
 // One menu pass with exactly these keys down.

@@ -164,7 +164,7 @@ TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
     ASSERT_FLOAT_EQ(g.dx->CameraEye.z - eyeFrom.z, 0.5f);
 
     // The car a quarter of the way.
-    car.draw(0.25f);
+    car.draw(0.25f, *g.shadow);
     const Vector3 drawn = car.DrawnPosition(0.25f);
     EXPECT_FLOAT_EQ(drawn.z, from.z + 0.125f);
     EXPECT_FLOAT_EQ(drawn.x, from.x + 0.025f);
