@@ -26,6 +26,8 @@ namespace qb {
 namespace {
 // Below the resolution buttons, above "go back".
 constexpr int32_t RaceOptionsTop = 450;
+// Left edges of the ghost, clock and smooth-motion switches, then the right end.
+constexpr int32_t RaceOptionColumns[] = {200, 330, 460, 600};
 }  // namespace
 
 namespace {
@@ -363,11 +365,13 @@ void Gui::SetupOptions(bool again) {
     if (!again || CurrentTab < 1 || CurrentTab > TabCount) CurrentTab = 8;
     ClearMouseOver();
     Button(stops[CurrentTab - 1]).MouseOver(true);
-    NewFields(4);
+    NewFields(5);
     AddField(1, 280, 350, 460, 535, 18, 0, 0, 0, "");
     AddField(2, 335, 400, 460, 535, 18, 0, 0, 0, "");
-    AddField(3, RaceOptionsTop, RaceOptionsTop + 30, 200, 400, 13, 255, 255, 255, "");
-    AddField(4, RaceOptionsTop, RaceOptionsTop + 30, 410, 600, 13, 255, 255, 255, "");
+    // Dark like the volumes: the panel behind them is pale.
+    for (int32_t i = 0; i < 3; ++i)
+        AddField(3 + i, RaceOptionsTop, RaceOptionsTop + 30, RaceOptionColumns[i], RaceOptionColumns[i + 1],
+                 13, 0, 0, 0, "");
     ShowVolumes();
     ShowRaceOptions();
 }
@@ -378,14 +382,18 @@ void Gui::ShowRaceOptions() {
         Field(3).Set_Text(std::string("Ghost (G): ") +
                           (s.GetBool(GhostCar::SettingKey, true) ? "on" : "off"));
     if (HasField(4))
-        Field(4).Set_Text(std::string("Race clock (C): ") +
+        Field(4).Set_Text(std::string("Clock (C): ") +
                           (s.GetBool(RaceClock::SettingKey, true) ? "on" : "off"));
+    if (HasField(5))
+        Field(5).Set_Text(std::string("Smooth (M): ") +
+                          (s.GetBool(frmGame::SmoothMotionKey, true) ? "on" : "off"));
 }
 
 void Gui::ToggleRaceOption(const char* settingKey) {
     Settings& s = *game_.settings;
     s.SetBool(settingKey, !s.GetBool(settingKey, true));
     if (!s.Save()) game_.debug->WriteLine("Could not write " + s.path());
+    game_.SmoothMotion = s.GetBool(frmGame::SmoothMotionKey, true);
     ShowRaceOptions();
 }
 
@@ -394,13 +402,12 @@ bool Gui::ClickRaceOptions(float X, float Y) {
     const float x = X - static_cast<float>(game_.dx->GuiOffsetX),
                 y = Y - static_cast<float>(game_.dx->GuiOffsetY);
     if (y < RaceOptionsTop || y > RaceOptionsTop + 30) return false;
-    if (x >= 200 && x < 400) {
-        ToggleRaceOption(GhostCar::SettingKey);
-        return true;
-    }
-    if (x >= 410 && x < 600) {
-        ToggleRaceOption(RaceClock::SettingKey);
-        return true;
+    const char* keys[] = {GhostCar::SettingKey, RaceClock::SettingKey, frmGame::SmoothMotionKey};
+    for (int32_t i = 0; i < 3; ++i) {
+        if (x >= RaceOptionColumns[i] && x < RaceOptionColumns[i + 1]) {
+            ToggleRaceOption(keys[i]);
+            return true;
+        }
     }
     return false;
 }

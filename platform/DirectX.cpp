@@ -1,5 +1,8 @@
 #include "platform/DirectX.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/D3DMath.h"
 #include "platform/QuorbitDebug.h"
 #include "platform/Window.h"
@@ -36,21 +39,45 @@ void DirectX::RecomputeGuiOffsets() {
 }
 
 void DirectX::ApplyVideoMode(int32_t mode) {
-    if (mode == 1) {
-        Present.width = 800;
-        Present.height = 600;
-        ScreenWidth = 800.0f;
-        ScreenHeight = 600.0f;
-    } else if (mode == 2) {
-        Present.width = 1024;
-        Present.height = 768;
-        ScreenWidth = 1024.0f;
-        ScreenHeight = 768.0f;
-    } else {
+    if (mode != 1 && mode != 2) return;
+    VideoMode = mode;
+    FitDisplay();
+}
+
+void DirectX::DisplayTarget(int& w, int& h, double& scale) {
+    if (device.fullScreenPixels(w, h) && w > 0 && h > 0) {
+        scale = std::min(w / 800.0, h / 600.0);
         return;
     }
-    VideoMode = mode;
+    scale = device.pixelDensity();
+    if (!(scale > 0.0)) scale = 1.0;
+    const bool big = VideoMode == 2;
+    w = static_cast<int>(std::lround((big ? 1024 : 800) * scale));
+    h = static_cast<int>(std::lround((big ? 768 : 600) * scale));
+}
+
+void DirectX::FitDisplay() {
+    int w = 0, h = 0;
+    double scale = 1.0;
+    DisplayTarget(w, h, scale);
+    Present.width = w;
+    Present.height = h;
+    Present.screenScale = static_cast<float>(scale);
+    ScreenWidth = static_cast<float>(w / scale);
+    ScreenHeight = static_cast<float>(h / scale);
     RecomputeGuiOffsets();
+}
+
+bool DirectX::DisplayChanged() {
+    int w = 0, h = 0;
+    double scale = 1.0;
+    DisplayTarget(w, h, scale);
+    return w != Present.width || h != Present.height || static_cast<float>(scale) != Present.screenScale;
+}
+
+float DirectX::AspectRatio() const {
+    return static_cast<float>(static_cast<double>(ScreenWidth) * 3.0 /
+                              (static_cast<double>(ScreenHeight) * 4.0));
 }
 
 bool DirectX::InitialiseGraphics() {
@@ -116,7 +143,7 @@ void DirectX::SetAllTransforms() {
     World = MatrixIdentity();
     device.setTransform(TransformKind::World, World);
     SetView();
-    Projection = MatrixPerspectiveFovLH(Pi / 4.0f, 1.0f, 0.1f, 500.0f);
+    Projection = MatrixPerspectiveFovLH(Pi / 4.0f, AspectRatio(), 0.1f, 500.0f);
     device.setTransform(TransformKind::Projection, Projection);
 }
 

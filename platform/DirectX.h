@@ -40,12 +40,25 @@ public:
     void SetView();           // view from the camera
     void ResetCamera();
     void RecomputeGuiOffsets();
-    // Sets the mode's sizes (mode 1 or 2; others change nothing) and offsets.
+    // Width over height of the 3-D view: 1 on a 4:3 screen (whose picture
+    // the game stretches from a square), wider screens see more to the sides.
+    float AspectRatio() const;
+    // Keeps the mode (1 or 2; others change nothing) and fits the display.
     void ApplyVideoMode(int32_t mode);
+    // Sizes the back buffer for the display: full screen, all of it, with
+    // the 800x600 layout scaled as large as fits and centred; in a window,
+    // the video mode's size at the screen's pixel density. Sets the screen
+    // size in layout units and the offsets that centre the layout.
+    void FitDisplay();
+    // The display no longer matches the back buffer (full screen toggled,
+    // the desktop resized).
+    bool DisplayChanged();
 
     GraphicsDevice& device;
 
 private:
+    void DisplayTarget(int& w, int& h, double& scale);
+
     QuorbitDebug& log_;
     Window& window_;
 };

@@ -49,6 +49,10 @@ struct PresentParams {
     int width = 800;
     int height = 600;
     int multiSamples = 0;
+    // Back-buffer pixels per screen unit. Pre-transformed vertices and text
+    // are given in screen units (the menus' layout space), so a display
+    // larger than the layout shows them scaled up, sharp.
+    float screenScale = 1.0f;
 };
 
 struct MeshMaterial {
@@ -72,6 +76,15 @@ public:
     // DeviceError when it cannot be remade (a size it cannot have).
     virtual bool resetDevice(const PresentParams& params) = 0;
     virtual bool isUsable() = 0;  // TestCooperativeLevel
+    // The whole display in pixels while the game is shown full screen; false
+    // in a window, whose back buffer keeps the video mode's size.
+    virtual bool fullScreenPixels(int& w, int& h) {
+        (void)w;
+        (void)h;
+        return false;
+    }
+    // Back-buffer pixels per window unit (2 on a doubled HiDPI screen).
+    virtual float pixelDensity() { return 1.0f; }
 
     // --- frames and state -----------------------------------------------------------
     virtual void clear(uint32_t argbColour, float depth) = 0;

@@ -1,3 +1,7 @@
+#include <cstdio>
+#include <string>
+#include <vector>
+
 #include "audio/DXmusicSFX.h"
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
@@ -18,6 +22,25 @@ bool frmGame::DeviceReset() {
     gui->OnRestoreDevice();
     if (GameState == Playing) sound->ResumeMusic();
     return true;
+}
+
+void frmGame::FitToDisplay() {
+    if (!graphicsReady || !dx->DisplayChanged()) return;
+    dx->FitDisplay();
+    if (!dx->ResetDeviceOnly()) return;
+    char line[96];
+    std::snprintf(line, sizeof line, "Display %dx%d pixels, menus scaled %.2f times", dx->Present.width,
+                  dx->Present.height, static_cast<double>(dx->Present.screenScale));
+    debug->WriteLine(line);
+    gui->OnChangeVideoMode();
+    if (!background->pictureName().empty()) background->create(background->pictureName());
+    // The screen's fields are placed again, showing what they showed (the
+    // star count in play, a name half typed).
+    std::vector<std::string> texts;
+    for (int32_t i = 1; gui->HasField(i); ++i) texts.push_back(gui->Field(i).Get_String());
+    gui->SetupScreen(0);
+    if (static_cast<size_t>(gui->FieldCount) == texts.size())
+        for (int32_t i = 1; gui->HasField(i); ++i) gui->Field(i).Set_Text(texts[static_cast<size_t>(i - 1)]);
 }
 
 void frmGame::ChangeVideoMode(int32_t mode) {

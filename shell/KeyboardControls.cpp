@@ -144,12 +144,13 @@ void KeyboardControls::Act(const uint8_t* k) {
             MadeIt(k);
             break;
         case qb::Options:
-            // G and C switch the ghost and the race clock.
-            for (size_t letter : {size_t{'G' - 'A'}, size_t{'C' - 'A'}}) {
+            // G, C and M switch the ghost, the race clock and smooth motion.
+            for (size_t letter : {size_t{'G' - 'A'}, size_t{'C' - 'A'}, size_t{'M' - 'A'}}) {
                 Release(k, LetterKeys[letter], LetterReleased[letter]);
                 if (Pressed(k, LetterKeys[letter], LetterReleased[letter]))
-                    game_.gui->ToggleRaceOption(letter == 'G' - 'A' ? GhostCar::SettingKey
-                                                                    : RaceClock::SettingKey);
+                    game_.gui->ToggleRaceOption(letter == 'G' - 'A'   ? GhostCar::SettingKey
+                                                : letter == 'C' - 'A' ? RaceClock::SettingKey
+                                                                      : frmGame::SmoothMotionKey);
             }
             OptionsScreen(k);
             break;

@@ -212,7 +212,10 @@ void frmGame::runMenuPasses() {
         HandleKeyboard();
         window.processEvents(*this);
         ReportSaveFailures();
-        if (window.takeRedrawRequest()) stale = true;
+        if (window.takeRedrawRequest()) {
+            FitToDisplay();
+            stale = true;
+        }
         if (GameState == Playing || !GameRunning || !window.hasFocus()) break;
         key = MenuPictureKey();
         if (stale || key != shown) continue;  // answer at once
@@ -276,6 +279,7 @@ void frmGame::runPlayPasses() {
             musicPausedForFocus = true;
         }
         window.processEvents(*this);
+        if (window.takeRedrawRequest()) FitToDisplay();
         if (GameState != Playing || !GameRunning) break;
         if (!window.hasFocus()) {
             clock.sleepUntil(clock.performanceCounter() + PerfFrequency / 100);

@@ -88,6 +88,9 @@ public:
     bool DeviceReset();
     // Switches between 800x600 (1) and 1024x768 (2) at run time.
     void ChangeVideoMode(int32_t mode);
+    // The window went full screen or back, or the display changed size: the
+    // back buffer follows it and the current screen is laid out again.
+    void FitToDisplay();
 
     // --- the session (start, death, finish) --------------------------------------------
     void startPlaying();

@@ -46,6 +46,16 @@ public:
     void createDevice(const PresentParams& params) override;
     bool resetDevice(const PresentParams& params) override;
     bool isUsable() override { return usable; }
+    bool fullScreenPixels(int& w, int& h) override {
+        w = displayW;
+        h = displayH;
+        return fullScreen;
+    }
+    float pixelDensity() override { return density; }
+    // The display a test puts the game on.
+    bool fullScreen = false;
+    int displayW = 800, displayH = 600;
+    float density = 1.0f;
 
     void clear(uint32_t, float) override;
     void beginScene() override {}

@@ -11,11 +11,11 @@ Matrix4 D3DDepthToGl() {
     return m;
 }
 
-Matrix4 ScreenSpaceProjection(int bufferW, int bufferH) {
+Matrix4 ScreenSpaceProjection(int bufferW, int bufferH, float scale) {
     const float w = static_cast<float>(bufferW), h = static_cast<float>(bufferH);
     Matrix4 m;
-    m.m[0][0] = 2.0f / w;
-    m.m[1][1] = -2.0f / h;
+    m.m[0][0] = 2.0f * scale / w;
+    m.m[1][1] = -2.0f * scale / h;
     m.m[2][2] = 2.0f;
     // Direct3D puts pixel centres on whole numbers, GL half-way between them.
     m.m[3][0] = 1.0f / w - 1.0f;

@@ -15,7 +15,8 @@ Matrix4 D3DDepthToGl();
 // Projection for pre-transformed vertices: back-buffer pixels (y down, pixel
 // centres on whole numbers as Direct3D has them) and depth 0..1 to GL's
 // normalised coordinates.
-Matrix4 ScreenSpaceProjection(int bufferW, int bufferH);
+// `scale` back-buffer pixels to a screen unit (pixel centres stay on pixels).
+Matrix4 ScreenSpaceProjection(int bufferW, int bufferH, float scale = 1.0f);
 
 // Direct3D's point-sprite size on screen with point scaling on:
 // viewport height * size * sqrt(1 / (A + B*d + C*d*d)). The game keeps the

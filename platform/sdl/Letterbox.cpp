@@ -28,4 +28,13 @@ void WindowToBackBuffer(const ViewRect& picture, int bufferW, int bufferH, float
     by = static_cast<float>((static_cast<double>(wy) - picture.y) * bufferH / picture.h);
 }
 
+void WindowToScreenUnits(const ViewRect& picture, int bufferW, int bufferH, float scale, float wx, float wy,
+                         float& sx, float& sy) {
+    WindowToBackBuffer(picture, bufferW, bufferH, wx, wy, sx, sy);
+    if (scale > 0) {
+        sx /= scale;
+        sy /= scale;
+    }
+}
+
 }  // namespace qb

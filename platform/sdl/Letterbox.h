@@ -15,5 +15,9 @@ ViewRect LetterboxRect(int windowW, int windowH, int bufferW, int bufferH);
 // Positions over the bars land outside 0..buffer size.
 void WindowToBackBuffer(const ViewRect& picture, int bufferW, int bufferH, float wx, float wy, float& bx,
                         float& by);
+// The same in screen units, `scale` back-buffer pixels each: where the
+// menus' layout (with its offsets) places things.
+void WindowToScreenUnits(const ViewRect& picture, int bufferW, int bufferH, float scale, float wx, float wy,
+                         float& sx, float& sy);
 
 }  // namespace qb

@@ -3,6 +3,7 @@
 #include <SDL.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/D3DMath.h"
 #include "platform/sdl/GlPipeline.h"
@@ -130,7 +131,14 @@ void SdlGraphics::makeBackBuffer(int w, int h) {
     bufferW_ = w;
     bufferH_ = h;
     glViewport(0, 0, w, h);
-    window_.setBackBufferSize(w, h);
+}
+
+bool SdlGraphics::fullScreenPixels(int& w, int& h) {
+    return window_.fullScreenPixels(w, h);
+}
+
+float SdlGraphics::pixelDensity() {
+    return window_.pixelDensity();
 }
 
 void SdlGraphics::createDevice(const PresentParams& params) {
@@ -152,13 +160,23 @@ void SdlGraphics::createDevice(const PresentParams& params) {
     glClear(GL_COLOR_BUFFER_BIT);
     window_.measureVsync();
     makeBackBuffer(params.width, params.height);
+    scale_ = params.screenScale > 0 ? params.screenScale : 1.0f;
+    window_.setBackBufferSize(bufferW_, bufferH_, scale_);
     resetStates();
     created_ = true;
 }
 
 bool SdlGraphics::resetDevice(const PresentParams& params) {
     if (!created_) return false;
-    if (params.width != bufferW_ || params.height != bufferH_) makeBackBuffer(params.width, params.height);
+    try {
+        if (params.width != bufferW_ || params.height != bufferH_)
+            makeBackBuffer(params.width, params.height);
+    } catch (const DeviceError&) {
+        return false;
+    }
+    // Fonts opened from now on are sized for the new scale.
+    if (params.screenScale > 0) scale_ = params.screenScale;
+    window_.setBackBufferSize(bufferW_, bufferH_, scale_);
     resetStates();
     return true;
 }
@@ -273,8 +291,16 @@ void SdlGraphics::loadWorldMatrices() {
     glLoadMatrixf(&modelView.m[0][0]);
 }
 
-void SdlGraphics::loadScreenMatrices() {
+void SdlGraphics::loadPixelMatrices() {
     const Matrix4 projection = ScreenSpaceProjection(bufferW_, bufferH_);
+    glMatrixMode(GL_PROJECTION);
+    glLoadMatrixf(&projection.m[0][0]);
+    glMatrixMode(GL_MODELVIEW);
+    glLoadIdentity();
+}
+
+void SdlGraphics::loadScreenMatrices() {
+    const Matrix4 projection = ScreenSpaceProjection(bufferW_, bufferH_, scale_);
     glMatrixMode(GL_PROJECTION);
     glLoadMatrixf(&projection.m[0][0]);
     glMatrixMode(GL_MODELVIEW);
@@ -378,6 +404,13 @@ void SdlGraphics::drawText(FontId font, const std::string& text, int left, int t
     if (!created_ || right <= left || bottom <= top) return;
     const TextImage* img = text_.image(font, text, frame_);
     if (!img) return;
+    // The rectangle in back-buffer pixels: the text is drawn at the
+    // display's own resolution.
+    auto px = [this](int v) { return static_cast<int>(std::lround(v * scale_)); };
+    left = px(left);
+    top = px(top);
+    right = px(right);
+    bottom = px(bottom);
     // Centred across the rectangle, from its top, clipped to it; the font
     // object keeps its own states, so the game's are left as they were. A
     // text wider than its rectangle (a long name in a narrow panel) is drawn
@@ -411,7 +444,7 @@ void SdlGraphics::drawText(FontId font, const std::string& text, int left, int t
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, filter);
     GlCombine(false, TopModulate, TaTexture, TaDiffuse);
     GlCombine(true, TopModulate, TaTexture, TaDiffuse);
-    loadScreenMatrices();
+    loadPixelMatrices();
     drawScratch(GL_TRIANGLE_STRIP, 4);
     glDisable(GL_SCISSOR_TEST);
 }

@@ -34,6 +34,8 @@ public:
     void createDevice(const PresentParams& params) override;
     bool resetDevice(const PresentParams& params) override;
     bool isUsable() override { return true; }  // GL devices are never lost
+    bool fullScreenPixels(int& w, int& h) override;
+    float pixelDensity() override;
 
     void clear(uint32_t argbColour, float depth) override;
     void beginScene() override {}
@@ -86,6 +88,7 @@ private:
     bool glChecked_ = false, glUsable_ = false;
     std::string glProblem_;
     int bufferW_ = 800, bufferH_ = 600;
+    float scale_ = 1.0f;  // back-buffer pixels per screen unit
     GLuint fbo_ = 0, colour_ = 0, depth_ = 0, white_ = 0;
     uint64_t frame_ = 0;
     uint32_t nextId_ = 1;
@@ -105,6 +108,7 @@ private:
     bool checkGl();
     void resetStates();
     void makeBackBuffer(int w, int h);
+    void loadPixelMatrices();
     void freeBackBuffer();
     void applyStates();
     void loadWorldMatrices();

@@ -4,6 +4,7 @@
 #include <SDL_image.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
 
 #include "platform/sdl/GlPipeline.h"
@@ -95,7 +96,8 @@ void SdlGraphics::releaseMesh(MeshId mesh) {
 
 FontId SdlGraphics::createFont(const std::string& face, int sizePoints, bool bold) {
     if (!created_) return 0;
-    return text_.createFont(face, sizePoints, bold);
+    // Opened at the size the scaled-up screen shows it.
+    return text_.createFont(face, static_cast<int>(std::lround(sizePoints * scale_)), bold);
 }
 
 void SdlGraphics::releaseFont(FontId font) {

@@ -2,6 +2,7 @@
 
 #include <SDL_image.h>
 
+#include <cmath>
 #include <csignal>
 #include <cstring>
 #include <iostream>
@@ -95,11 +96,39 @@ void SdlWindow::show() {
     focus_ = hidden_ || (SDL_GetWindowFlags(window_) & SDL_WINDOW_INPUT_FOCUS) != 0;
 }
 
-void SdlWindow::setBackBufferSize(int w, int h) {
+void SdlWindow::setBackBufferSize(int w, int h, float scale) {
     bufferW_ = w;
     bufferH_ = h;
-    if (window_ && (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) == 0)
-        SDL_SetWindowSize(window_, w, h);
+    scale_ = scale > 0 ? scale : 1.0f;
+    if (window_ && (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) == 0) {
+        // A window is sized in its own units: the buffer over the density.
+        const float density = pixelDensity();
+        SDL_SetWindowSize(window_, static_cast<int>(std::lround(w / density)),
+                          static_cast<int>(std::lround(h / density)));
+    }
+}
+
+bool SdlWindow::fullScreenPixels(int& w, int& h) const {
+    if (!window_ || hidden_ || (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) == 0) return false;
+    // The whole display the window is on, in pixels. Without a window
+    // manager the X window itself may not grow until someone sizes it: until
+    // then the picture is shown scaled down into it.
+    SDL_DisplayMode mode{};
+    const int display = SDL_GetWindowDisplayIndex(window_);
+    if (display < 0 || SDL_GetDesktopDisplayMode(display, &mode) != 0) return false;
+    const float density = pixelDensity();
+    w = static_cast<int>(std::lround(mode.w * density));
+    h = static_cast<int>(std::lround(mode.h * density));
+    return w > 0 && h > 0;
+}
+
+float SdlWindow::pixelDensity() const {
+    if (!window_ || hidden_) return 1.0f;
+    int ww = 0, wh = 0, dw = 0, dh = 0;
+    SDL_GetWindowSize(window_, &ww, &wh);
+    SDL_GL_GetDrawableSize(window_, &dw, &dh);
+    if (ww <= 0 || dw <= 0) return 1.0f;
+    return static_cast<float>(dw) / static_cast<float>(ww);
 }
 
 ViewRect SdlWindow::drawablePicture(int& drawableW, int& drawableH) const {
@@ -115,19 +144,17 @@ ViewRect SdlWindow::drawablePicture(int& drawableW, int& drawableH) const {
 void SdlWindow::mouseToBackBuffer(int x, int y, float& bx, float& by) const {
     int w = bufferW_, h = bufferH_;
     if (window_ && !X11ActualWindowSize(window_, w, h)) SDL_GetWindowSize(window_, &w, &h);
-    WindowToBackBuffer(LetterboxRect(w, h, bufferW_, bufferH_), bufferW_, bufferH_, static_cast<float>(x),
-                       static_cast<float>(y), bx, by);
+    WindowToScreenUnits(LetterboxRect(w, h, bufferW_, bufferH_), bufferW_, bufferH_, scale_,
+                        static_cast<float>(x), static_cast<float>(y), bx, by);
 }
 
 void SdlWindow::toggleFullscreen() {
     if (!window_ || hidden_) return;
     const bool full = (SDL_GetWindowFlags(window_) & SDL_WINDOW_FULLSCREEN) != 0;
     SDL_SetWindowFullscreen(window_, full ? 0 : SDL_WINDOW_FULLSCREEN_DESKTOP);
+    // The game fits its back buffer to the new display when it sees this.
     redraw_ = true;
-    if (full) {
-        SDL_SetWindowSize(window_, bufferW_, bufferH_);
-        SDL_SetWindowPosition(window_, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
-    }
+    if (full) SDL_SetWindowPosition(window_, SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED);
 }
 
 void SdlWindow::processEvents(WindowEvents& handler) {

@@ -40,8 +40,13 @@ public:
     bool ready() const { return context_ != nullptr; }
     const std::string& failure() const { return failure_; }
     bool hidden() const { return hidden_; }
-    // The back buffer's size, so that mouse positions come out in its pixels.
-    void setBackBufferSize(int w, int h);
+    // The back buffer's size and its pixels per screen unit, so that mouse
+    // positions come out in screen units; a window takes the size it shows.
+    void setBackBufferSize(int w, int h, float scale);
+    // The whole display in pixels while full screen (false in a window).
+    bool fullScreenPixels(int& w, int& h) const;
+    // Drawable pixels per window unit.
+    float pixelDensity() const;
     // Where the back buffer lands in the drawable, in GL pixels (origin bottom-left).
     ViewRect drawablePicture(int& drawableW, int& drawableH) const;
     // Shows the frame drawn into the default framebuffer.
@@ -68,6 +73,7 @@ private:
     bool swapIntervalSet_ = false;
     bool vsyncPaces_ = false;
     int bufferW_ = 800, bufferH_ = 600;
+    float scale_ = 1.0f;
     bool closedUnderUs_ = false;  // the X window was destroyed by someone else
     bool closeReported_ = false;
     bool redraw_ = true;

@@ -193,7 +193,7 @@ TEST_F(HiddenWindow, AltReturnIsTheWindowsAndAltF4Closes) {
 }
 
 TEST_F(HiddenWindow, MouseAndQuitReachTheHandlerInBackBufferPixels) {
-    window.setBackBufferSize(800, 600);
+    window.setBackBufferSize(800, 600, 1.0f);
     SDL_Event e{};
     e.type = SDL_MOUSEMOTION;
     e.motion.x = 120;

@@ -90,7 +90,7 @@ TEST(RaceClock, ShowsTheTimeWithTheBestBesideItAndTheDifferenceAtTheFinish) {
     run.Step({});
     run.Step({46});  // C
     run.Step({46});  // held: once per press
-    EXPECT_EQ(FieldText(g, 4), "Race clock (C): off");
+    EXPECT_EQ(FieldText(g, 4), "Clock (C): off");
     Settings saved(g.settings->path());
     saved.Load();
     EXPECT_FALSE(saved.GetBool(RaceClock::SettingKey, true));

@@ -8,6 +8,7 @@
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
+#include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "physics/clsParticles.h"
 #include "physics/clsPlayer.h"
@@ -240,6 +241,17 @@ TEST(SmoothMotion, OnUnlessTheSettingsFileTurnsItOff) {
     std::ofstream(t.writeDir + "settings.cfg") << "# mine\nsmooth_motion = off\n";
     ASSERT_TRUE(t.game->startup());
     EXPECT_FALSE(t.game->SmoothMotion);
+    // Options shows it and a click on it switches it, at once and for good.
+    frmGame& g = *t.game;
+    g.GameState = Options;
+    g.gui->SetupScreen(0);
+    EXPECT_EQ(g.gui->Field(5).Get_String(), "Smooth (M): off");
+    g.Form_MouseDown(1, 530, 460);
+    EXPECT_TRUE(g.SmoothMotion);
+    EXPECT_EQ(g.gui->Field(5).Get_String(), "Smooth (M): on");
+    Settings saved(t.writeDir + "settings.cfg");
+    saved.Load();
+    EXPECT_TRUE(saved.GetBool(frmGame::SmoothMotionKey, false));
 }
 
 // A still menu waits instead of drawing the same picture again; anything
