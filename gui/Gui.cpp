@@ -83,7 +83,7 @@ constexpr SlotSpec SlotTable[] = {
     {54, "800x600_selected.bmp", "800x600_selected_rollover.bmp", 410, 385, K198, 0, 255},
     {55, "1024x768.bmp", "1024x768_rollover.bmp", 410, 415, K198, 0, 255},
     {56, "1024x768_selected.bmp", "1024x768_selected_rollover.bmp", 410, 415, K198, 0, 255},
-    {57, "controls.bmp", "controls_rollover.bmp", 290, 540, K0, 8, 255},
+    {57, "controls.bmp", "controls_rollover.bmp", 290, 552, K0, 8, 255},
     {58, "defaults.bmp", "defaults_rollover.bmp", 290, 430, K0, 8, 255},
     {59, "userlevel.bmp", "userlevel_Rollover.bmp", 440, 60, K0, 8, 255},
     {60, "watch.bmp", "watch_rollover.bmp", 270, 20, K0, 8, 255},
