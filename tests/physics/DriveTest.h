@@ -90,12 +90,6 @@ struct Drive {
             if (frame().onGround) return true;
         return false;
     }
-    int countSound(int effect) const {
-        int n = 0;
-        for (const std::string& s : run->platform().audio.log)
-            if (s == "play " + std::to_string(effect)) ++n;
-        return n;
-    }
 };
 
 }  // namespace qb::test

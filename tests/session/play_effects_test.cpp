@@ -134,5 +134,11 @@ TEST(PlayEffects, AnExplosionAndAFallOffTheTrack) {
 )");
 }
 
+TEST(PlayEffects, ATrackTheCarCannotTouchSensiblyEndsTheGame) {
+    Drive d("fxbug", TrackHead() + " block -2 0 -5 4 1 20 tex road\n");
+    d.game().Events.Add(Happening::BrokenTrack);
+    EXPECT_EXIT(d.game().ApplyPlayEffects(), ::testing::ExitedWithCode(1), "Whoops: You got eaten by a bug");
+}
+
 }  // namespace
 }  // namespace qb
