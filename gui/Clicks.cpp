@@ -205,8 +205,10 @@ void Gui::ActivateZoneChoiceFocus() {
 }
 
 void Gui::StartSelectedTrack() {
-    // Nothing to drive on an empty user track screen.
-    if (game_.GameState == UserTrackChoice && !userTracks.Active()) return;
+    // Nothing to drive on an empty user track screen or an unplayable file.
+    if (game_.GameState == UserTrackChoice &&
+        (!userTracks.Active() || !userTracks.Playable(userTracks.Current)))
+        return;
     game_.sound->PlayEffect(SfxTransit);
     game_.sound->PlayMusic(TrackMusic());
     game_.startPlaying();

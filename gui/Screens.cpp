@@ -3,6 +3,7 @@
 #include <cmath>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "audio/DXmusicSFX.h"
 #include "gui/Gui.h"
@@ -61,6 +62,28 @@ std::string TimeText(int32_t seconds, int32_t hundredths) {
 // The names and times of the fastest-times table sit in the dark wells of its
 // panel (slot 29 at x 45, 170 wide), inside their rounded corners.
 constexpr int32_t WellLeft = 49, WellRight = 211;
+
+// Why a user track file cannot be played, in lines that fit where its
+// preview would be (at most `most` of them).
+std::vector<std::string> UnplayableLines(const std::string& reason, size_t most) {
+    constexpr size_t LineChars = 44;
+    std::vector<std::string> lines{"This file cannot be played:"};
+    std::string line;
+    size_t at = 0;
+    while (at < reason.size() && lines.size() < most) {
+        size_t end = reason.find(' ', at);
+        if (end == std::string::npos) end = reason.size();
+        const std::string word = reason.substr(at, end - at);
+        if (!line.empty() && line.size() + 1 + word.size() > LineChars) {
+            lines.push_back(line);
+            line.clear();
+        }
+        line += (line.empty() ? "" : " ") + word;
+        at = end + 1;
+    }
+    if (!line.empty() && lines.size() < most) lines.push_back(line);
+    return lines;
+}
 // The name and the time of the finish panels (slots 35 and 36 at x 190, 420
 // wide) sit in its bands, 20 in from either side.
 constexpr int32_t PanelBandLeft = 216, PanelBandRight = 584;
@@ -293,12 +316,9 @@ void Gui::SetupUserTracks(int Direction) {
         // live where the game may write, so their fastest times can be saved
         // (an installed copy brings its examples there at its first start).
         const std::string folder = game_.platform.paths.writeDir + "usertracks/";
-        const std::string statsFolder = game_.platform.paths.writeDir + "usertracks/";
         std::error_code ec;
-        std::filesystem::create_directories(statsFolder, ec);
-        std::vector<std::string> errors;
-        userTracks.Scan(folder, statsFolder, errors);
-        for (const std::string& e : errors) game_.debug->WriteLine(e);
+        std::filesystem::create_directories(folder, ec);
+        userTracks.Scan(folder, folder);
     }
     if (Direction == 1) {
         userTracks.Step(-1);
@@ -311,29 +331,42 @@ void Gui::SetupUserTracks(int Direction) {
     } else if (Direction == 3) {
         Button(24).MouseOver(true);
     }
-    // With tracks, two more: why the best run cannot be watched.
-    NewFields(userTracks.Count() == 0 ? 8 : 10);
-    const int32_t top7 = TrackNumberTop(), bottom7 = TrackNumberBottom();
-    if (userTracks.Count() == 0) {
+    userTracks.Activate(game_.levels, game_.stats);
+    const bool playable = userTracks.Playable(userTracks.Current);
+    // A track has two more fields (why its best run cannot be watched), a
+    // file that cannot be played one a line of why.
+    const std::vector<std::string> why = playable || userTracks.Count() == 0
+                                             ? std::vector<std::string>()
+                                             : UnplayableLines(userTracks.Problem(userTracks.Current), 5);
+    NewFields(playable ? 10 : 8 + static_cast<int32_t>(why.size()));
+    AddField(7, TrackNumberTop(), TrackNumberBottom(), 300, 500, 13, 255, 255, 255,
+             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()))
+        .Set_Outline(TrackNumberRim);
+    if (!playable) {
         for (int32_t p = 0; p < 3; ++p) {
             AddField(1 + p, 200 + 100 * p, 400 + 100 * p, WellLeft, WellRight, 13, 255, 255, 255, "No Name");
             AddField(4 + p, 230 + 100 * p, 600, WellLeft, WellRight, 13, 255, 255, 255, "0:0");
         }
-        AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255, "0 / 0").Set_Outline(TrackNumberRim);
+        // The file's name where a track's name stands, and why it cannot
+        // be played where its preview would be.
+        if (!why.empty())
+            AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
+                     userTracks.FileName(userTracks.Current));
+        for (size_t i = 0; i < why.size(); ++i) {
+            const int32_t top = 230 + 30 * static_cast<int32_t>(i);
+            AddField(9 + static_cast<int32_t>(i), top, top + 30, 230, 570, 13, 255, 255, 255, why[i])
+                .Set_Outline(TrackNumberRim);
+        }
         // Nothing to show behind the menu but the sky.
         game_.track->BuildLevel(LevelRecord{}, false);
         if (game_.background->pictureName() != game_.BackgroundsPath + ZoneSkies[1])
             game_.background->create(game_.BackgroundsPath + ZoneSkies[1]);
         return;
     }
-    userTracks.Activate(game_.levels, game_.stats);
     FastestTimeFields();
     OfferWatch(9);
     AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
              TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
-    AddField(7, top7, bottom7, 300, 500, 13, 255, 255, 255,
-             std::to_string(userTracks.Current) + " / " + std::to_string(userTracks.Count()))
-        .Set_Outline(TrackNumberRim);
     // The track's own sky when the game has it, else the first zone's.
     const LevelStructure& lv = *game_.levels;
     std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundFile();

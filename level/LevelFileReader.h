@@ -62,4 +62,9 @@ bool ReadLevelFile(const uint8_t* data, size_t size, LevelFile& out, LevelFileEr
 bool ReadLevelFileAt(const std::string& path, LevelFile& out, LevelFileError& error,
                      std::vector<uint8_t>* bytes = nullptr);
 
+// The number of tracks of the file at `path`, from its header alone (a few
+// kilobytes at most are read): for listing files without holding them. The
+// same refusals as above for a missing file or one over the size limit.
+bool ReadLevelCountAt(const std::string& path, int32_t& count, LevelFileError& error);
+
 }  // namespace qb

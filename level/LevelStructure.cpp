@@ -21,11 +21,12 @@ bool LevelStructure::LoadLevels(std::string& error) {
         readSize_ = bytes.size();
         readIndexHash_ = IndexHash(bytes.data(), bytes.size(), LevelCount());
         loadError_.clear();
+        loadReason_.clear();
         error.clear();
         return true;
     }
-    loadError_ =
-        "The track file " + path_ + " cannot be used (" + e.Describe() + "). No track can be played.";
+    loadReason_ = e.Describe();
+    loadError_ = "The track file " + path_ + " cannot be used (" + loadReason_ + "). No track can be played.";
     error = loadError_;
     return false;
 }

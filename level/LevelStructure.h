@@ -38,6 +38,8 @@ public:
     const LevelIndexEntry& IndexEntry(int32_t n) const { return file_.Index.at(static_cast<size_t>(n - 1)); }
     const std::string& path() const { return path_; }
     const std::string& LoadError() const { return loadError_; }
+    // The same problem without the file name: the byte and what is wrong.
+    const std::string& LoadReason() const { return loadReason_; }
 
     // Marks CurrentLevel as won with every star and stores its flag; when
     // every track from ZoneFirstLevel to ZoneLastLevel (those that exist)
@@ -72,6 +74,7 @@ private:
     std::string path_;
     LevelFile file_;
     std::string loadError_;
+    std::string loadReason_;
     std::string writeError_;
     uint64_t readSize_ = 0;
     uint64_t readIndexHash_ = 0;

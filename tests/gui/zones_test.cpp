@@ -152,7 +152,6 @@ TEST(UserTracks, BrowsedInNameOrderPlayedAndTheirTimesSavedIntoTheirFile) {
     test::WriteTrackFile(t.dir + "usertracks/b_hills.dat", 1, {}, {test::Times("BEA", 40, 12)});
     test::WriteTrackFile(t.dir + "usertracks/a_loops.dat", 2, {},
                          {test::Times("AL", 30, 8), test::Times("ALI", 31, 0)});
-    std::ofstream(t.dir + "usertracks/broken.dat") << "not a track file";
     std::ofstream(t.dir + "usertracks/notes.txt") << "ignored";
     ASSERT_TRUE(t.start());
     const std::string mainFile = t.game->levels->path();
