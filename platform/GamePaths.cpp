@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+#include "persist/InstalledCopy.h"
 #include "platform/Platform.h"
 
 namespace qb {
@@ -64,19 +65,16 @@ GamePaths ResolveGamePaths(const std::string& gameDir, bool gameDirWritable) {
     }
     std::error_code ec;
     fs::create_directories(p.writeDir, ec);
-    // The shipped tracks are copied once; from then on fastest times are
-    // patched into the copy.
-    const std::string shipped = p.gameDir + "levels.dat";
-    if (!fs::exists(p.levelsFile(), ec) && fs::exists(shipped, ec))
-        fs::copy_file(shipped, p.levelsFile(), ec);
-    // The example user tracks likewise, once: the player's own go there too.
-    const std::string userDir = p.writeDir + "usertracks/";
-    if (!fs::exists(userDir, ec) && fs::is_directory(p.gameDir + "usertracks", ec)) {
-        fs::create_directories(userDir, ec);
-        for (const auto& e : fs::directory_iterator(p.gameDir + "usertracks", ec))
-            if (e.path().extension() == ".dat")
-                fs::copy_file(e.path(), userDir + e.path().filename().string(), ec);
+    // Fastest times go into the player's copy of the tracks. Until one can
+    // be made the installed tracks are played as they are, and the player
+    // is told why nothing is kept.
+    if (p.writeDir.empty()) {
+        p.levels = p.gameDir + "levels.dat";
+        return p;
     }
+    const InstallOutcome installed = InstallTrackFiles(p.gameDir, p.writeDir);
+    if (!installed.levelsUsable) p.levels = p.gameDir + "levels.dat";
+    if (!installed.problem.empty()) p.problem += (p.problem.empty() ? "" : " ") + installed.problem;
     return p;
 }
 

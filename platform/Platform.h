@@ -18,11 +18,14 @@ namespace qb {
 struct GamePaths {
     std::string gameDir;   // holds levels.dat and the asset folders, ends with '/'
     std::string writeDir;  // options.dat, stats.dat, Debug.txt (and the patched levels.dat), ends with '/'
-    // levels.dat to read and patch: writeDir's copy when writeDir differs.
-    std::string levelsFile() const { return writeDir + "levels.dat"; }
+    // levels.dat to read and patch: writeDir's copy when writeDir differs,
+    // the installed one (read only) while no copy could be made.
+    std::string levelsFile() const { return levels.empty() ? writeDir + "levels.dat" : levels; }
     // What the player should know about where files go (empty when all is
     // well): no home folder, an installed copy that could not be brought over.
     std::string problem;
+    // Set only while the installed levels.dat stands in for the copy.
+    std::string levels;
 };
 
 struct Platform {
@@ -38,7 +41,8 @@ struct Platform {
 
 // Picks the folder the game writes to: the game folder when writable, else
 // $XDG_DATA_HOME/quorbit (default ~/.local/share/quorbit). When they differ,
-// levels.dat is copied there once so fastest times can be patched in place.
+// the track files are brought there (see persist/InstalledCopy.h) so that
+// fastest times can be patched in place.
 GamePaths ResolveGamePaths(const std::string& gameDir);
 // The same with the writability test given (root can write anywhere, so
 // tests decide for themselves what counts as a read-only install).

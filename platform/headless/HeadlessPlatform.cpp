@@ -256,10 +256,13 @@ void HeadlessAudio::stopMusic(int piece) {
 // --- the bundle ------------------------------------------------------------------------
 
 HeadlessPlatform::HeadlessPlatform(const std::string& gameDir, const std::string& writeDir)
-    : platform{
-          graphics, keyboard,
-          gamepad,  clock,
-          window,   audio,
-          system,   GamePaths{withSlash(gameDir), withSlash(writeDir.empty() ? gameDir : writeDir), {}}} {}
+    : platform{graphics,
+               keyboard,
+               gamepad,
+               clock,
+               window,
+               audio,
+               system,
+               GamePaths{withSlash(gameDir), withSlash(writeDir.empty() ? gameDir : writeDir), {}, {}}} {}
 
 }  // namespace qb
