@@ -22,7 +22,7 @@ play_secs=6
 
 cc -shared -fPIC -O2 -o "$work/swap_counter.so" "$here/swap_counter.c" -ldl
 
-Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp -noreset >/dev/null 2>&1 &
 xvfb=$!
 pid=""
 cleanup() {

@@ -23,7 +23,7 @@ fresh() {  # a fresh game folder: links to the built assets, own files
 }
 start_x() {  # start_x DISPLAY [Xvfb options]
   local d="$1"; shift
-  Xvfb "$d" -screen 0 1024x768x24 -nolisten tcp "$@" >/dev/null 2>&1 &
+  Xvfb "$d" -screen 0 1024x768x24 -nolisten tcp -noreset "$@" >/dev/null 2>&1 &
   pids+=($!)
   for _ in $(seq 50); do DISPLAY="$d" xdpyinfo >/dev/null 2>&1 && return 0; sleep 0.1; done
   fail "Xvfb $d did not start"

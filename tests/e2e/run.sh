@@ -15,7 +15,9 @@ cp -r "$build/game" "$game"
 rm -f "$game"/options.dat "$game"/settings.cfg "$game"/stats.dat "$game"/Debug.txt "$game"/*.tmp
 
 display="${QUORBIT_E2E_DISPLAY:-:$(( 70 + RANDOM % 20 ))}"
-Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+# -noreset: a server that resets when its last client leaves refuses the
+# next one for a moment, and the game may be that one.
+Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp -noreset >/dev/null 2>&1 &
 xvfb=$!
 pid=""
 cleanup() {
@@ -104,7 +106,9 @@ if command -v tesseract >/dev/null; then
   tesseract "$work/times.png" "$work/times" >/dev/null 2>&1 || true
   read=$(tr '\n' ' ' <"$work/times.txt")
   grep -q 'TESTER' "$work/times.txt" || fail "the track choice does not show TESTER (read: $read)"
-  grep -Eq '[0-9]+:[0-9]{2}' "$work/times.txt" || fail "the track choice shows no time for TESTER (read: $read)"
+  # Only the minutes' side is asked for whole: the reader takes a 7 for a /
+  # now and then.
+  grep -Eq ':[0-9]{2}' "$work/times.txt" || fail "the track choice shows no time for TESTER (read: $read)"
 fi
 echo "e2e: passed (screenshots in $shots)"
 [ -n "${QUORBIT_E2E_SHOTS:-}" ] && rm -rf "$work"
