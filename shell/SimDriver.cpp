@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "gui/Gui.h"
+#include "level/LevelFileReader.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
 #include "physics/CollisionDetection.h"
@@ -82,6 +83,14 @@ bool SimRun::Start(int32_t track, const std::string& levels, std::string& error)
     if (!fs::is_regular_file(levels, ec)) {
         error =
             "no " + fs::path(levels).filename().string() + " in " + fs::path(levels).parent_path().string();
+        return false;
+    }
+    // A file the game would refuse is refused here before it is copied:
+    // the scratch folder may live in memory.
+    int32_t count = 0;
+    LevelFileError refused;
+    if (!ReadLevelCountAt(levels, count, refused)) {
+        error = levels + ": " + refused.Describe();
         return false;
     }
     fs::copy_file(levels, scratch_ + "levels.dat", fs::copy_options::overwrite_existing, ec);
