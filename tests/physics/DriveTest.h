@@ -81,7 +81,10 @@ struct Drive {
         return rows.back();
     }
     const SimRow& frames(int n, std::initializer_list<uint8_t> keys = {}) {
-        for (int i = 0; i < n; ++i) frame(keys);
+        return frames(n, std::vector<uint8_t>(keys));
+    }
+    const SimRow& frames(int n, const std::vector<uint8_t>& keys) {
+        for (int i = 0; i < n; ++i) rows.push_back(run->Step(keys));
         return rows.back();
     }
     // Frames with no keys until the car stands on something (at most n).

@@ -16,7 +16,7 @@ constexpr uint8_t Up = DIK_UP, Down = DIK_DOWN, Left = DIK_LEFT, Right = DIK_RIG
 TEST(Driving, SpeedsAfterKeysHeldFromRest) {
     struct Step {
         int frames;
-        std::initializer_list<uint8_t> keys;
+        std::vector<uint8_t> keys;  // owned: an initializer_list member dies with its line
     };
     struct Case {
         const char* what;
