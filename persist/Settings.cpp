@@ -4,6 +4,7 @@
 #include <cctype>
 #include <charconv>
 #include <filesystem>
+#include <unordered_map>
 
 #include "persist/AtomicFile.h"
 
@@ -114,6 +115,9 @@ void Settings::LoadText(std::string text) {
     reportedKeys_.clear();
     if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
 
+    std::unordered_map<std::string, size_t> lineOf;
+    for (size_t i = 0; i < lines_.size(); ++i)
+        if (!lines_[i].key.empty()) lineOf[lines_[i].key] = i;
     size_t start = 0;
     int number = 0;
     while (start < text.size()) {
@@ -138,12 +142,16 @@ void Settings::LoadText(std::string text) {
             lines_.push_back({"", "", "# " + asUtf8(t)});
             continue;
         }
-        for (Line& earlier : lines_) {
-            if (earlier.key != key) continue;
+        // Found by name, not by walking every earlier line: a long file of
+        // repeats would otherwise cost its length squared.
+        const auto seen = lineOf.find(key);
+        if (seen != lineOf.end()) {
+            Line& earlier = lines_[seen->second];
             report(where + " sets \"" + key + "\" again; this later line counts");
             earlier.text = "# " + earlier.key + " = " + earlier.value;
             earlier.key.clear();
         }
+        lineOf[key] = lines_.size();
         lines_.push_back({key, trim(t.substr(eq + 1)), ""});
     }
 }
