@@ -138,13 +138,19 @@ TEST(SmoothMotion, TheRunIsTheSameWithDrawingsBetweenFrames) {
     ExpectSameRun("smooth-crash", 9, Script("400 Up\n"));
 }
 
-TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
-    TestGame t("smooth-between");
-    frmGame& g = *t.game;
-    ASSERT_TRUE(g.startup());
+// The game started and racing track 1 from its start.
+bool RacingTrackOne(frmGame& g) {
+    if (!g.startup()) return false;
     g.levels->CurrentLevel = 1;
     g.track->BuildLevel(1, false);
     g.startPlaying();
+    return true;
+}
+
+TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
+    TestGame t("smooth-between");
+    frmGame& g = *t.game;
+    ASSERT_TRUE(RacingTrackOne(g));
     clsPlayer& car = *g.player;
     car.ForwardVelocity(0.5f);
     car.HorizontalVelocity(0.1f);
@@ -201,10 +207,7 @@ TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
 TEST(SmoothMotion, PlayFramesKeepTheirPaceWhileDrawingsComeBetween) {
     TestGame t("smooth-pace");
     frmGame& g = *t.game;
-    ASSERT_TRUE(g.startup());
-    g.levels->CurrentLevel = 1;
-    g.track->BuildLevel(1, false);
-    g.startPlaying();
+    ASSERT_TRUE(RacingTrackOne(g));
     std::vector<int64_t> starts;
     int64_t lastSeen = g.FrameStartCount;
     t.hp.window.onProcess = [&](WindowEvents& w) {
