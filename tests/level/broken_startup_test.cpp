@@ -8,14 +8,10 @@
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/frmGame.h"
 #include "tests/level/TrackBytes.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
-
-std::string ReadText(const std::string& path) {
-    const auto b = test::ReadBytes(path);
-    return std::string(b.begin(), b.end());
-}
 
 void StartOn(const std::string& name, const std::vector<uint8_t>& levels, const std::string& expectInError) {
     const std::string dir = test::Scratch(name);
@@ -33,7 +29,7 @@ void StartOn(const std::string& name, const std::vector<uint8_t>& levels, const 
     ASSERT_EQ(about.size(), 1u) << name;
     EXPECT_NE(about[0].find(dir + "levels.dat"), std::string::npos) << about[0];
     EXPECT_NE(about[0].find(expectInError), std::string::npos) << about[0];
-    EXPECT_NE(ReadText(dir + "Debug.txt").find(expectInError), std::string::npos);
+    EXPECT_NE(test::ReadFile(dir + "Debug.txt").find(expectInError), std::string::npos);
     // The file is left as it was.
     EXPECT_EQ(test::ReadBytes(dir + "levels.dat"), levels);
 }

@@ -1,38 +1,21 @@
 // The player's files beside the game: options.dat and stats.dat (binary
 // layouts other copies of the game read too) and settings.cfg (text).
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <climits>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 
 #include "persist/Settings.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
 
-std::string ScratchDir(const std::string& name) {
-    const auto dir = std::filesystem::temp_directory_path() /
-                     ("quorbit-persist-" + name + "-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(dir);
-    std::filesystem::create_directories(dir);
-    return dir.string() + "/";
-}
-
-void WriteText(const std::string& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string ReadText(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+using test::FreshDir;
+using test::ReadFile;
+using test::WriteFile;
 
 int32_t At(const std::string& b, size_t o) {
     const auto u = [&](size_t i) { return static_cast<uint32_t>(static_cast<uint8_t>(b[o + i])); };
@@ -40,7 +23,7 @@ int32_t At(const std::string& b, size_t o) {
 }
 
 TEST(SavedFiles, AMissingOptionsOrStatsFileIsCreatedEmptyAndReadsAsZeros) {
-    const std::string dir = ScratchDir("missing");
+    const std::string dir = FreshDir("persist-missing");
     optionsDat o(dir + "options.dat");
     o.Options = {1, 2, 3};
     o.LoadOptions();
@@ -59,11 +42,11 @@ TEST(SavedFiles, AMissingOptionsOrStatsFileIsCreatedEmptyAndReadsAsZeros) {
 }
 
 TEST(OptionsDat, RoundTripKeepsOutOfRangeValues) {
-    const std::string path = ScratchDir("roundtrip") + "options.dat";
+    const std::string path = FreshDir("persist-roundtrip") + "options.dat";
     optionsDat o(path);
     o.Options = {150, -2500, 2};
     ASSERT_TRUE(o.SaveOptions());
-    const std::string b = ReadText(path);
+    const std::string b = ReadFile(path);
     ASSERT_EQ(b.size(), 12u);
     EXPECT_EQ(At(b, 0), 150);
     EXPECT_EQ(At(b, 4), -2500);
@@ -77,25 +60,25 @@ TEST(OptionsDat, RoundTripKeepsOutOfRangeValues) {
 }
 
 TEST(OptionsDat, ShortFileReadsItsBytesAndLongerFileKeepsItsSurplus) {
-    const std::string path = ScratchDir("short") + "options.dat";
-    WriteText(path, std::string("\x32\x00\x00\x00\x10", 5));
+    const std::string path = FreshDir("persist-short") + "options.dat";
+    WriteFile(path, std::string("\x32\x00\x00\x00\x10", 5));
     optionsDat o(path);
     o.LoadOptions();
     EXPECT_EQ(o.Options.MusicVolume, 50);
     EXPECT_EQ(o.Options.SfxVolume, 0x10);
     EXPECT_EQ(o.Options.VideoMode, 0);
 
-    WriteText(path, "0123456789abXYZ");
+    WriteFile(path, "0123456789abXYZ");
     o.Options = {0, 0, 1};
     ASSERT_TRUE(o.SaveOptions());
-    const std::string all = ReadText(path);
+    const std::string all = ReadFile(path);
     ASSERT_EQ(all.size(), 15u);
     EXPECT_EQ(all.substr(12), "XYZ");
     EXPECT_EQ(all[8], 1);
 }
 
 TEST(Stats, FileFor60TracksReadWith70GrowsTo1124Bytes) {
-    const std::string path = ScratchDir("grow") + "stats.dat";
+    const std::string path = FreshDir("persist-grow") + "stats.dat";
     {
         Stats s(path);
         s.LoadStats(60);
@@ -115,8 +98,8 @@ TEST(Stats, FileFor60TracksReadWith70GrowsTo1124Bytes) {
 }
 
 TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
-    const std::string path = ScratchDir("surplus") + "stats.dat";
-    WriteText(path, std::string(4 + 16 * 3 + 5, '\xAB'));
+    const std::string path = FreshDir("persist-surplus") + "stats.dat";
+    WriteFile(path, std::string(4 + 16 * 3 + 5, '\xAB'));
     Stats s(path);
     s.LoadStats(2);
     // 0xABABABAB is negative: a damaged counter reads as nothing, never as
@@ -125,7 +108,7 @@ TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
     EXPECT_EQ(s.TotalPlayTime, 0);
     s.LevelStats[1] = {1, 2, 3, 4};
     ASSERT_TRUE(s.SaveStats());
-    const std::string after = ReadText(path);
+    const std::string after = ReadFile(path);
     ASSERT_EQ(after.size(), 57u);
     EXPECT_EQ(At(after, 4), 1);
     EXPECT_EQ(At(after, 16), 4);
@@ -143,7 +126,7 @@ TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
 }
 
 TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {
-    const std::string path = ScratchDir("fold") + "stats.dat";
+    const std::string path = FreshDir("persist-fold") + "stats.dat";
     Stats s(path);
     s.LoadStats(3);
     s.BlownUpCount = 1;
@@ -167,7 +150,7 @@ TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {
     EXPECT_EQ(s.LevelStats[3].PlayTime, INT32_MAX);
     EXPECT_EQ(s.TotalPlayTime, INT32_MAX);
 
-    const std::string bytes = ReadText(path);
+    const std::string bytes = ReadFile(path);
     ASSERT_EQ(bytes.size(), 4u + 3 * 16);
     EXPECT_EQ(At(bytes, 0), INT32_MAX);
     EXPECT_EQ(At(bytes, 4 + 16), 2000);
@@ -189,7 +172,7 @@ TEST(Stats, FormatPlayTime) {
 }
 
 TEST(Settings, MissingFileGivesDefaultsSilentlyAndIsNotCreatedUntilSaved) {
-    const std::string dir = ScratchDir("settings-missing");
+    const std::string dir = FreshDir("persist-settings-missing");
     std::vector<std::string> told;
     Settings s(dir + "settings.cfg", [&](const std::string& w) { told.push_back(w); });
     s.Load();
@@ -202,15 +185,15 @@ TEST(Settings, MissingFileGivesDefaultsSilentlyAndIsNotCreatedUntilSaved) {
 }
 
 TEST(Settings, RoundTripKeepsTypesCommentsUnknownKeysAndOptionsDatUntouched) {
-    const std::string dir = ScratchDir("settings-roundtrip");
+    const std::string dir = FreshDir("persist-settings-roundtrip");
     const std::string path = dir + "settings.cfg";
     // options.dat beside it must come through byte for byte.
     optionsDat options(dir + "options.dat");
     options.Options = {40, -300, 2};
     ASSERT_TRUE(options.SaveOptions());
-    const std::string optionsBefore = ReadText(dir + "options.dat");
+    const std::string optionsBefore = ReadFile(dir + "options.dat");
 
-    WriteText(path,
+    WriteFile(path,
               "\xEF\xBB\xBF# my notes\r\n"
               "future.thing = 3 # not a comment\r\n"
               "\n"
@@ -224,7 +207,7 @@ TEST(Settings, RoundTripKeepsTypesCommentsUnknownKeysAndOptionsDatUntouched) {
     s.SetInt("keys.jump", -44);
     s.SetString("name", "  Ann\nB  ");
     ASSERT_TRUE(s.Save());
-    EXPECT_EQ(ReadText(path),
+    EXPECT_EQ(ReadFile(path),
               "# my notes\n"
               "future.thing = 3 # not a comment\n"
               "\n"
@@ -242,15 +225,15 @@ TEST(Settings, RoundTripKeepsTypesCommentsUnknownKeysAndOptionsDatUntouched) {
     again.Erase("keys.jump");
     EXPECT_EQ(again.GetInt("keys.jump", 5), 5);
 
-    EXPECT_EQ(ReadText(dir + "options.dat"), optionsBefore);
+    EXPECT_EQ(ReadFile(dir + "options.dat"), optionsBefore);
     EXPECT_EQ(std::filesystem::file_size(dir + "options.dat"), 12u);
     EXPECT_FALSE(std::filesystem::exists(path + ".tmp"));
 }
 
 TEST(Settings, DamagedLinesAndValuesFallBackPerKeyAndAreToldOnce) {
-    const std::string dir = ScratchDir("settings-damaged");
+    const std::string dir = FreshDir("persist-settings-damaged");
     const std::string path = dir + "settings.cfg";
-    WriteText(path,
+    WriteFile(path,
               "race.ghost = maybe\n"
               "just words\n"
               "bad key! = 1\n"
@@ -294,7 +277,7 @@ TEST(Settings, DamagedLinesAndValuesFallBackPerKeyAndAreToldOnce) {
     EXPECT_TRUE(told.empty());
     EXPECT_EQ(again.GetInt("keys.jump", 44), 44);
     EXPECT_EQ(told.size(), 1u);
-    const std::string text = ReadText(path);
+    const std::string text = ReadFile(path);
     EXPECT_NE(text.find("# just words\n"), std::string::npos);
     EXPECT_NE(text.find("# smooth = yes\n"), std::string::npos);
     EXPECT_NE(text.find("# clock = ??\n"), std::string::npos);

@@ -4,10 +4,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -23,6 +21,7 @@
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/SimDriver.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb::test {
 
@@ -35,24 +34,16 @@ inline std::string TrackHead(const std::string& gravity = "10") {
 
 // A game folder in /tmp with levels.dat built from `source`.
 inline std::string MakeGameDir(const std::string& name, const std::string& source) {
-    namespace fs = std::filesystem;
-    const fs::path dir =
-        fs::temp_directory_path() / ("quorbit-drive-" + name + "-" + std::to_string(::getpid()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    for (const char* sub : {"textures", "backgrounds", "models", "skins", "misc", "sfx", "music", "gui"}) {
-        const fs::path from = fs::path(QUORBIT_GAME_DIR) / sub;
-        if (fs::exists(from)) fs::create_directory_symlink(from, dir / sub);
-    }
+    const std::string dir = FreshDir("drive-" + name);
+    LinkGameFolders(dir, {"textures", "backgrounds", "models", "skins", "misc", "sfx", "music", "gui"});
     TrackSource src;
     std::vector<SourceError> errors;
     const bool ok = ParseTrackSource(source, name + ".trk", src, errors);
     for (const SourceError& e : errors) ADD_FAILURE() << e.Describe();
     EXPECT_TRUE(ok);
     const std::vector<uint8_t> bytes = EncodeLevelFile(JoinTrackSources({src}));
-    std::ofstream((dir / "levels.dat").string(), std::ios::binary)
-        .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    return dir.string() + "/";
+    WriteFile(dir + "levels.dat", std::string(bytes.begin(), bytes.end()));
+    return dir;
 }
 
 // A run on track `number` of a track source.

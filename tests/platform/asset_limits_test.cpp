@@ -4,26 +4,20 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "platform/AssetLimits.h"
 #include "platform/sdl/GlTextures.h"
 #include "platform/sdl/XMesh.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
 
 namespace fs = std::filesystem;
 
-std::string Slurp(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 std::string Write(const std::string& name, const std::string& bytes) {
     const std::string path = ::testing::TempDir() + name;
-    std::ofstream(path, std::ios::binary) << bytes;
+    test::WriteFile(path, bytes);
     return path;
 }
 
@@ -90,7 +84,7 @@ TEST(AssetLimits, PicturesClaimingTooManyPixelsAreRefusedBeforeDecoding) {
 }
 
 TEST(AssetLimits, AModelWhoseCountsOutgrowItsFileIsRefused) {
-    const std::string player = Slurp(std::string(QUORBIT_GAME_DIR) + "/models/player.x");
+    const std::string player = test::ReadFile(std::string(QUORBIT_GAME_DIR) + "/models/player.x");
     ASSERT_FALSE(player.empty());
     std::string why;
     XMeshData mesh;

@@ -24,6 +24,7 @@
 #include "shell/ReplayStore.h"
 #include "shell/SimDriver.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb::test {
 
@@ -41,11 +42,6 @@ inline KeyScript Solution(int track) {
     std::string error;
     EXPECT_TRUE(LoadKeyScript(SolutionPath(track), s, error)) << error;
     return s;
-}
-
-inline std::string ReadText(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 inline std::string TempPath(const std::string& name) {

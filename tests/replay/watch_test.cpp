@@ -26,7 +26,7 @@ TEST(Watch, TheBestRunDrivesItselfToExactlyItsRecordedFinishAndBooksNothing) {
     // What a run books: statistics, fastest times, the last run.
     auto booked = [&] {
         const std::string& dir = g.platform.paths.writeDir;
-        return ReadText(dir + "stats.dat") + ReadText(dir + "levels.dat") + ReadText(store.LastPath());
+        return ReadFile(dir + "stats.dat") + ReadFile(dir + "levels.dat") + ReadFile(store.LastPath());
     };
     const std::string kept = booked();
     EXPECT_TRUE(g.gui->Button(Gui::WatchSlot).enabled());
@@ -91,7 +91,7 @@ TEST(Watch, AKeptFileThatCannotBeUsedSaysWhyOnScreenAndTheGameGoesOn) {
     FinishTrack(run, 1);
     frmGame& g = run.game();
     const std::string path = g.replays->BestPath(g.replays->CurrentTrack());
-    const std::string good = ReadText(path);
+    const std::string good = ReadFile(path);
     const Replay kept = Read(path);
     auto with = [&](const std::string& from, const std::string& to) {
         std::string t = good;
@@ -125,14 +125,14 @@ TEST(Watch, AKeptFileThatCannotBeUsedSaysWhyOnScreenAndTheGameGoesOn) {
                   std::string::npos);
         PlayOn(run, RaceClock::NoteFrames + 1);
         EXPECT_EQ(FieldText(g, RaceClock::NoteField), "");
-        EXPECT_NE(ReadText(g.platform.paths.writeDir + "Debug.txt").find(why), std::string::npos) << why;
+        EXPECT_NE(ReadFile(g.platform.paths.writeDir + "Debug.txt").find(why), std::string::npos) << why;
         g.resetgame(false);  // out of the race, as the pause menu leaves it
     }
 
     // The next finish keeps its run in place of the bad one.
     RaceAgain(run);
     Race(run, Solution(1));
-    EXPECT_EQ(ReadText(path), good);
+    EXPECT_EQ(ReadFile(path), good);
 
     // A file whose keys do not drive to the finish it claims: watched, it
     // ends without one.

@@ -9,13 +9,6 @@
 namespace qb {
 namespace {
 
-std::string ReadSource(const std::string& relative) {
-    std::ifstream in(std::string(QUORBIT_SOURCE_DIR) + "/" + relative, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
-
 struct SimResult {
     int code = 0;
     std::string out, err;
@@ -44,7 +37,8 @@ std::string WriteTemp(const std::string& name, const std::string& text) {
 }
 
 TEST(SimCourse, TheCommittedScriptFinishesWithAKnownTimeAndEveryStar) {
-    const std::string dir = test::MakeGameDir("course", ReadSource("content/test/sim_course.trk"));
+    const std::string dir = test::MakeGameDir(
+        "course", test::ReadFile(std::string(QUORBIT_SOURCE_DIR) + "/content/test/sim_course.trk"));
     const std::string keys = std::string(QUORBIT_SOURCE_DIR) + "/content/test/sim_course.keys";
     const SimResult r = Sim({"--game-dir", dir, "--track", "1", "--keys", keys});
     ASSERT_EQ(r.code, 0) << r.err;

@@ -40,7 +40,7 @@ TEST(Matrices, TheStartCameraSeesItsTargetAheadWithRightAndUpKept) {
 }
 
 TEST(DebugLog, RecordsAreQuotedWithCrlfAndNumbersPlain) {
-    const std::string dir = test::ScratchDir("debuglog");
+    const std::string dir = test::FreshDir("debuglog");
     FixedSystemInfo sys;
     sys.os = "";  // an unknown system gives an empty name
     sys.cpu = CleanProcessorName(std::string(255, '\0'));

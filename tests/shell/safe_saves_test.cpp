@@ -24,11 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string Slurp(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 size_t Count(const std::vector<std::string>& lines, const std::string& part) {
     size_t n = 0;
     for (const std::string& l : lines) n += l.find(part) != std::string::npos ? 1 : 0;
@@ -79,7 +74,7 @@ TEST(SafeSaves, TheLastRunsLogIsKeptAsTheOldOne) {
 // The track file is replaced (a newer set of tracks, an edited copy) while
 // the game runs: its records are no longer where the game read them.
 TEST(SafeSaves, ATrackFileReplacedSinceItWasReadIsNotPatched) {
-    const std::string dir = test::ScratchDir("replaced");
+    const std::string dir = test::FreshDir("replaced");
     const std::string path = dir + "levels.dat";
     fs::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", path);
     LevelStructure levels(path);
@@ -104,9 +99,9 @@ TEST(SafeSaves, ATrackFileReplacedSinceItWasReadIsNotPatched) {
     ASSERT_TRUE(WriteFileAtomically(path, bytes));
     EXPECT_FALSE(levels.SaveFastestTime("CARL", 20, 0));
     EXPECT_NE(levels.SaveError.find("changed since the game read it"), std::string::npos) << levels.SaveError;
-    EXPECT_EQ(Slurp(path), std::string(bytes.begin(), bytes.end()));
+    EXPECT_EQ(test::ReadFile(path), std::string(bytes.begin(), bytes.end()));
     EXPECT_FALSE(levels.SaveAllStarsFlag());
-    EXPECT_EQ(Slurp(path), std::string(bytes.begin(), bytes.end()));
+    EXPECT_EQ(test::ReadFile(path), std::string(bytes.begin(), bytes.end()));
     fs::remove_all(dir);
 }
 
@@ -132,7 +127,7 @@ TEST(SafeSaves, ASecondGameOnTheSameFolderSaysSoAndStops) {
 }
 
 TEST(SafeSaves, WritesNeverFollowASymbolicLink) {
-    const std::string dir = test::ScratchDir("links");
+    const std::string dir = test::FreshDir("links");
     const std::string victim = dir + "victim";
     { std::ofstream(victim) << "precious"; }
     fs::create_symlink(victim, dir + "options.dat");
@@ -156,12 +151,12 @@ TEST(SafeSaves, WritesNeverFollowASymbolicLink) {
     std::string error;
     const uint8_t patch[2] = {1, 2};
     EXPECT_FALSE(PatchFileAt(dir + "levels.dat", 0, patch, 2, error));
-    EXPECT_EQ(Slurp(victim), "precious");
+    EXPECT_EQ(test::ReadFile(victim), "precious");
     fs::remove_all(dir);
 }
 
 TEST(GamePaths, WritableGameFolderKeepsEverythingTogether) {
-    const std::string dir = test::ScratchDir("paths-rw");
+    const std::string dir = test::FreshDir("paths-rw");
     const GamePaths p = ResolveGamePaths(dir);
     EXPECT_EQ(p.gameDir, dir);
     EXPECT_EQ(p.writeDir, dir);
@@ -169,8 +164,8 @@ TEST(GamePaths, WritableGameFolderKeepsEverythingTogether) {
 }
 
 TEST(GamePaths, ReadOnlyInstallWritesUnderXdgDataHomeWithACopyOfTheTracks) {
-    const std::string dir = test::ScratchDir("paths-ro");
-    const std::string home = test::ScratchDir("paths-xdg");
+    const std::string dir = test::FreshDir("paths-ro");
+    const std::string home = test::FreshDir("paths-xdg");
     { std::ofstream(dir + "levels.dat") << "tracks"; }
     std::filesystem::create_directories(dir + "usertracks");
     { std::ofstream(dir + "usertracks/mine.dat") << "mine"; }
@@ -199,7 +194,7 @@ TEST(GamePaths, ReadOnlyInstallWritesUnderXdgDataHomeWithACopyOfTheTracks) {
 }
 
 TEST(SafeSaves, WithoutAHomeTheGameWritesToAPrivateFolderAndSaysWhy) {
-    const std::string dir = test::ScratchDir("no-home");
+    const std::string dir = test::FreshDir("no-home");
     const char* home = std::getenv("HOME");
     const std::string savedHome = home ? home : "";
     ::unsetenv("XDG_DATA_HOME");

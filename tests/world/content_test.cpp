@@ -4,18 +4,13 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
+
+#include "tests/support/TestFiles.h"
 
 namespace {
 
-std::string Slurp(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream ss;
-    ss << in.rdbuf();
-    return ss.str();
-}
+using qb::test::ReadFile;
 
 const char* const kTextures[] = {"_default.bmp",
                                  "road.bmp",
@@ -40,39 +35,37 @@ const char* const kSkies[] = {"_default.jpg", "bk001.jpg", "bk002.jpg", "bk003.j
 TEST(WorldContent, EveryTextureSkyAndTheStarAreThere) {
     const std::string game = std::string(QUORBIT_GAME_DIR) + "/";
     for (const char* t : kTextures) {
-        const std::string data = Slurp(game + "textures/" + t);
+        const std::string data = ReadFile(game + "textures/" + t);
         ASSERT_GT(data.size(), 128u * 128u * 3u) << t;
         EXPECT_EQ(data.substr(0, 2), "BM") << t;
     }
     std::string previous;
     for (const char* s : kSkies) {
-        const std::string data = Slurp(game + "backgrounds/" + s);
+        const std::string data = ReadFile(game + "backgrounds/" + s);
         ASSERT_GT(data.size(), 10000u) << s;
         EXPECT_EQ(static_cast<unsigned char>(data[0]), 0xFF) << s;  // JPEG start of image
         EXPECT_NE(data, previous) << s;
         previous = data;
     }
     // The animation frames differ from each other: the face visibly moves.
-    EXPECT_NE(Slurp(game + "textures/AnimationTest_0.bmp"), Slurp(game + "textures/AnimationTest_1.bmp"));
-    const std::string orb = Slurp(game + "models/orb.x");
+    EXPECT_NE(ReadFile(game + "textures/AnimationTest_0.bmp"),
+              ReadFile(game + "textures/AnimationTest_1.bmp"));
+    const std::string orb = ReadFile(game + "models/orb.x");
     EXPECT_EQ(orb.substr(0, 16), "xof 0303txt 0032");
     EXPECT_NE(orb.find("TextureFilename { \"orb.bmp\"; }"), std::string::npos);
-    EXPECT_EQ(Slurp(game + "skins/orb.bmp").substr(0, 2), "BM");
+    EXPECT_EQ(ReadFile(game + "skins/orb.bmp").substr(0, 2), "BM");
 }
 
 TEST(WorldContent, SameProgramSameBytes) {
-    const auto dir =
-        std::filesystem::temp_directory_path() / ("quorbit-world-content-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(dir);
-    const std::string cmd =
-        std::string(QUORBIT_TOOLS_DIR) + "/quorbit-content " + dir.string() + " > /dev/null";
+    const std::string dir = qb::test::FreshDir("world-content");
+    const std::string cmd = std::string(QUORBIT_TOOLS_DIR) + "/quorbit-content " + dir + " > /dev/null";
     ASSERT_EQ(std::system(cmd.c_str()), 0);
     const std::string game = std::string(QUORBIT_GAME_DIR) + "/";
     for (const char* t : kTextures)
-        EXPECT_EQ(Slurp(dir.string() + "/textures/" + t), Slurp(game + "textures/" + t)) << t;
+        EXPECT_EQ(ReadFile(dir + "textures/" + t), ReadFile(game + "textures/" + t)) << t;
     for (const char* s : kSkies)
-        EXPECT_EQ(Slurp(dir.string() + "/backgrounds/" + s), Slurp(game + "backgrounds/" + s)) << s;
-    EXPECT_EQ(Slurp(dir.string() + "/models/orb.x"), Slurp(game + "models/orb.x"));
+        EXPECT_EQ(ReadFile(dir + "backgrounds/" + s), ReadFile(game + "backgrounds/" + s)) << s;
+    EXPECT_EQ(ReadFile(dir + "models/orb.x"), ReadFile(game + "models/orb.x"));
     std::filesystem::remove_all(dir);
 }
 
