@@ -42,29 +42,18 @@ TEST(BitmapLoader, ReadsWidthAndHeightFromTheHeaders) {
     EXPECT_THROW(GetBitmapSize(path, w, ht), std::runtime_error);
 }
 
-TEST(Button, LoadsItsSizeAndPlacesItsCornersWithTheOffsets) {
+TEST(Button, LoadsItsSizeAndPlacesItselfOnWholePixelsHalfToEven) {
     ButtonRig r;
     r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
     EXPECT_EQ(r.b.width(), 220);
     EXPECT_EQ(r.b.height(), 48);
-    r.offX = 112;
-    r.offY = 84;
-    r.b.X(0);
-    r.b.Y(80);
-    EXPECT_EQ(r.b.X(), 112.0f);
-    EXPECT_EQ(r.b.Y(), 164.0f);
+    // The whole picture, untinted; depth 1 only top left.
     const auto& c = r.b.Corners();
-    // Right edge at width, bottom edge at height; depth 1 only top left.
-    EXPECT_EQ(c[0].x, 112.0f);
-    EXPECT_EQ(c[0].y, 164.0f);
     EXPECT_EQ(c[0].z, 1.0f);
-    EXPECT_EQ(c[1].x, 332.0f);
     EXPECT_EQ(c[1].z, 0.0f);
-    EXPECT_EQ(c[2].y, 212.0f);
     EXPECT_EQ(c[3].u, 1.0f);
     EXPECT_EQ(c[3].v, 1.0f);
-    EXPECT_EQ(c[3].diffuse, 0xFFFFFFFFu);  // untinted
-    // Places round half to even.
+    EXPECT_EQ(c[3].diffuse, 0xFFFFFFFFu);
     r.b.X(2.5f);
     EXPECT_EQ(r.b.LayoutX(), 2);
     r.b.X(3.5f);
@@ -161,22 +150,6 @@ TEST(Button, AlphaLevelTintsTheCornersAndOpaqueKeepsThem) {
     EXPECT_FALSE(r.b.AlphaOn());
     EXPECT_EQ(r.b.GetAlphaLevel(), 160);
     EXPECT_EQ(r.b.Corners()[0].diffuse, 0xA0FFFFFFu);
-}
-
-TEST(FontField, SetFieldAddsTheOffsetsInItsOwnArgumentOrder) {
-    HeadlessGraphics device;
-    float offX = 112, offY = 84;
-    clsFontField f(device, offX, offY);
-    f.Set_Field(525, 590, 680, 740);
-    EXPECT_EQ(f.Left(), 792);
-    EXPECT_EQ(f.Top(), 609);
-    EXPECT_EQ(f.Right(), 852);
-    EXPECT_EQ(f.Bottom(), 674);
-    f.Set_Colour(255, 255, 0);
-    int16_t r = 0, g = 0, b = 0;
-    EXPECT_EQ(f.Get_Colour(r, g, b), 0xFFFFFF00u);
-    EXPECT_EQ(g, 255);
-    EXPECT_EQ(b, 0);
 }
 
 TEST(FontField, NameEntryEditing) {

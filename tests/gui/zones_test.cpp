@@ -90,26 +90,6 @@ TEST(Zones, ArrowKeysMoveOverTheZonesAndReturnOpensTheFocusedOne) {
     EXPECT_EQ(t.game->levels->CurrentLevel, 11);
 }
 
-TEST(Zones, ReturnOnZoneAOpensItsFirstTrackThroughTheKeyboard) {
-    GuiGame t("zonereturn", 10);
-    ASSERT_TRUE(t.start());
-    t.game->levels->CurrentLevel = 7;
-    t.show(ZoneChoice);
-    // The Return that chose "play" is still down when the screen comes up:
-    // it opens nothing until it has been let go.
-    t.hp.keyboard.setOnly({DIK_RETURN});
-    t.game->HandleKeyboard();
-    EXPECT_EQ(t.game->GameState, ZoneChoice);
-    t.hp.keyboard.setOnly({});
-    t.game->HandleKeyboard();
-    t.hp.keyboard.setOnly({DIK_RETURN});
-    t.game->HandleKeyboard();
-    EXPECT_EQ(t.game->GameState, TrackChoice);
-    EXPECT_EQ(t.game->levels->CurrentZone, 1);
-    EXPECT_EQ(t.game->levels->ZoneLastLevel, 10);
-    EXPECT_EQ(t.game->levels->CurrentLevel, 1);
-}
-
 TEST(Zones, EveryZoneDrivesToItsOwnPiece) {
     GuiGame t("zonemusic", 25);
     ASSERT_TRUE(t.start());

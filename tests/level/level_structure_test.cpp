@@ -66,15 +66,14 @@ TEST(LevelStructure, AllStarsFlagWritesTwoBytesAndZoneFlagsOnlyWhenTheZoneIsComp
     EXPECT_TRUE(again.AllStars(1) && again.AllStars(2) && !again.AllStars(3));
     EXPECT_TRUE(again.ZoneComplete(1));
     EXPECT_FALSE(again.ZoneComplete(2));
-}
 
-TEST(LevelStructure, ZoneRangeBeyondTheLastTrackCountsOnlyExistingTracks) {
-    Loaded t("zonerange", 1);
-    t.levels.CurrentLevel = 1;
-    t.levels.ZoneFirstLevel = 1;
-    t.levels.ZoneLastLevel = 10;
-    ASSERT_TRUE(t.levels.SaveAllStarsFlag());
-    EXPECT_TRUE(t.levels.ZoneComplete(1));
+    // A zone running past the last track counts only the tracks there are.
+    Loaded one("zonerange", 1);
+    one.levels.CurrentLevel = 1;
+    one.levels.ZoneFirstLevel = 1;
+    one.levels.ZoneLastLevel = 10;
+    ASSERT_TRUE(one.levels.SaveAllStarsFlag());
+    EXPECT_TRUE(one.levels.ZoneComplete(1));
 }
 
 TEST(LevelStructure, FastestTimeIsOne69BytePatchAndTiesGoBelow) {
@@ -171,15 +170,14 @@ TEST(LevelStructure, BrokenOrMissingFileLeavesNoTrackAndNamesFileTrackAndByte) {
     // The header alone is fine, but it must not bring the tracks back.
     EXPECT_FALSE(L.LoadLevelIndex());
     EXPECT_EQ(L.LevelCount(), 0);
-}
 
-TEST(LevelStructure, PatchDoesNotCreateAMissingFile) {
-    Loaded t("gone", 1);
-    std::filesystem::remove(t.path);
-    t.levels.CurrentLevel = 1;
-    EXPECT_FALSE(t.levels.SaveFastestTime("X", 1, 0));
-    EXPECT_FALSE(std::filesystem::exists(t.path));
-    EXPECT_FALSE(t.levels.WriteError().empty());
+    // A file gone since it was read is not made anew by a patch.
+    Loaded gone("gone", 1);
+    std::filesystem::remove(gone.path);
+    gone.levels.CurrentLevel = 1;
+    EXPECT_FALSE(gone.levels.SaveFastestTime("X", 1, 0));
+    EXPECT_FALSE(std::filesystem::exists(gone.path));
+    EXPECT_FALSE(gone.levels.WriteError().empty());
 }
 
 }  // namespace

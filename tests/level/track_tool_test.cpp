@@ -83,12 +83,8 @@ TEST(TrackTool, CheckReportsFileAndPositionAndExitsOne) {
 }
 
 TEST(TrackTool, InvalidUsageExitsTwo) {
-    EXPECT_EQ(Tool("").code, 2);
-    EXPECT_EQ(Tool("frobnicate").code, 2);
-    EXPECT_EQ(Tool("build a.trk").code, 2);
-    EXPECT_EQ(Tool("build -o").code, 2);
-    EXPECT_EQ(Tool("check").code, 2);
-    EXPECT_EQ(Tool("dump").code, 2);
+    for (const char* args : {"", "frobnicate", "build a.trk", "build -o", "check", "dump"})
+        EXPECT_EQ(Tool(args).code, 2) << args;
     EXPECT_EQ(Tool("--help").code, 0);
 }
 

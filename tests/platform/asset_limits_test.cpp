@@ -1,7 +1,9 @@
 // Pictures and models are checked against what they claim before a decoder
 // sizes anything: every shipped asset passes, a header claiming a giant
-// picture or a model claiming billions of vertices is refused at once.
+// picture or a model claiming billions of vertices is refused at once, and
+// a file past its size limit is refused from its size alone.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 
@@ -33,6 +35,13 @@ std::string BmpHeader(uint32_t w, uint32_t h) {
     b += Le32(40) + Le32(w) + Le32(h) + std::string("\x01\x00\x18\x00", 4) + Le32(0) + Le32(64);
     b += Le32(2835) + Le32(2835) + Le32(0) + Le32(0);
     return b + std::string(64, '\x7f');
+}
+
+// Sparse: a header, then nothing but length; costs no disk.
+std::string Sparse(const std::string& name, const std::string& head, int64_t size) {
+    const std::string path = Write(name, head);
+    EXPECT_EQ(::truncate(path.c_str(), size), 0);
+    return path;
 }
 
 TEST(AssetLimits, EveryShippedPictureAndModelPasses) {
@@ -110,6 +119,22 @@ TEST(AssetLimits, AModelWhoseCountsOutgrowItsFileIsRefused) {
     claims = player;
     claims.replace(8, 4, "bin ");
     EXPECT_FALSE(CheckModelFile(Write("binary.x", claims), why));
+}
+
+TEST(AssetLimits, PicturesSoundsAndModelsOverTheirFileSizeAreRefusedUnread) {
+    // A 16 x 16 BMP header: read at the limit, refused one byte past it.
+    const std::string bmp = BmpHeader(16, 16);
+    int32_t w = 0, h = 0;
+    std::string why;
+    EXPECT_TRUE(CheckPictureFile(Sparse("at.bmp", bmp, kLargestPictureFile), w, h, why)) << why;
+    EXPECT_EQ(w, 16);
+    EXPECT_FALSE(CheckPictureFile(Sparse("past.bmp", bmp, kLargestPictureFile + 1), w, h, why));
+    EXPECT_FALSE(why.empty());
+    EXPECT_FALSE(CheckWaveFile(Sparse("past.wav", "RIFF\0\0\0\0WAVE", kLargestPictureFile + 1), why));
+    EXPECT_FALSE(why.empty());
+    EXPECT_FALSE(CheckModelFile(Sparse("past.x", "xof 0303txt 0032\n", kLargestModelFile + 1), why));
+    EXPECT_FALSE(why.empty());
+    for (const char* f : {"at.bmp", "past.bmp", "past.wav", "past.x"}) fs::remove(::testing::TempDir() + f);
 }
 
 }  // namespace

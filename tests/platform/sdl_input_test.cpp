@@ -16,7 +16,7 @@
 namespace qb {
 namespace {
 
-TEST(SdlKeyboardMapping, GameKeysHaveTheirDirectInputCodes) {
+TEST(SdlKeyboardMapping, EveryKeyHasItsDirectInputCodeAndNoTwoShareOne) {
     struct Case {
         SDL_Scancode sc;
         int dik;
@@ -30,17 +30,11 @@ TEST(SdlKeyboardMapping, GameKeysHaveTheirDirectInputCodes) {
         {SDL_SCANCODE_9, 10},          {SDL_SCANCODE_0, 11},
     };
     for (const Case& c : cases) EXPECT_EQ(ScancodeToDik(c.sc), c.dik) << SDL_GetScancodeName(c.sc);
-}
-
-TEST(SdlKeyboardMapping, LettersFollowTheirPlaceOnTheKeyboard) {
-    // A to Z in DirectInput's numbering.
-    const int codes[26] = {30, 48, 46, 32, 18, 33, 34, 35, 23, 36, 37, 38, 50,
-                           49, 24, 25, 16, 19, 31, 20, 22, 47, 17, 45, 21, 44};
+    // A to Z follow their places on the keyboard.
+    const int letters[26] = {30, 48, 46, 32, 18, 33, 34, 35, 23, 36, 37, 38, 50,
+                             49, 24, 25, 16, 19, 31, 20, 22, 47, 17, 45, 21, 44};
     for (int i = 0; i < 26; ++i)
-        EXPECT_EQ(ScancodeToDik(SDL_SCANCODE_A + i), codes[i]) << static_cast<char>('A' + i);
-}
-
-TEST(SdlKeyboardMapping, NoTwoKeysShareACode) {
+        EXPECT_EQ(ScancodeToDik(SDL_SCANCODE_A + i), letters[i]) << static_cast<char>('A' + i);
     int owner[256] = {};
     for (int sc = 0; sc < SDL_NUM_SCANCODES; ++sc) {
         const uint8_t dik = ScancodeToDik(sc);

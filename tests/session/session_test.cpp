@@ -130,20 +130,6 @@ TEST(NameEntry, TypesCapitalsUpToFifteenAndStoresTheTime) {
     EXPECT_EQ(reread.Level(1).Times.Names[0], "AA ABCDEFGHIJKL");
 }
 
-TEST(Controls, TheReturnThatStartsATrackDoesNotJumpUntilLetGo) {
-    Drive d("returnstart", FinishTrack());
-    frmGame& g = d.game();
-    g.GameState = TrackChoice;
-    g.gui->SetupScreen(0);
-    Pass(d);
-    Pass(d, {DIK_RETURN});
-    ASSERT_EQ(g.GameState, Playing);
-    for (int i = 0; i < 40; ++i) EXPECT_FALSE(d.frame({DIK_RETURN}).events & EventJump) << "frame " << i;
-    EXPECT_TRUE(d.rows.back().onGround);
-    d.frame();
-    EXPECT_TRUE(d.frame({DIK_RETURN}).events & EventJump);
-}
-
 TEST(Controls, HOpensTheNameEntryOnlyInATestBuild) {
     Drive d("hkey", FinishTrack());
     FinishAt(d, 251);

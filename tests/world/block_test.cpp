@@ -98,40 +98,5 @@ TEST(Block, BounceLiftsOneUnitAndSettlesAfter22Updates) {
     EXPECT_PLANE(b.GetCollisionPlane(3), 0, 1, 0, -6.0f);
 }
 
-TEST(Block, FallingBlockAcceleratesByTheTrackGravity) {
-    WorldRig rig("block-fall");
-    clsBlock b(rig.res);
-    b.create(0, 10, 0, 1, 1, 1);
-    b.Fall();
-    const WorldFrame playing{true, 0.0025f};
-    float last = b.Ypos();
-    for (int i = 1; i <= 4; ++i) {
-        b.Advance(playing);
-        EXPECT_NEAR(last - b.Ypos(), 0.0025f * i, 1e-6);
-        EXPECT_NEAR(b.fallvel(), 0.0025f * i, 1e-7);
-        last = b.Ypos();
-    }
-    EXPECT_NEAR(b.GetCollisionPlane(3).d, -(b.Ypos() + 1), 1e-5);
-}
-
-TEST(Block, NothingMovesOutsidePlay) {
-    WorldRig rig("block-menu");
-    clsBlock b(rig.res);
-    b.create(0, 5, 0, 1, 1, 1);
-    b.Fall();
-    b.Bounce();
-    const WorldFrame menu{false, 0.0025f};
-    for (int i = 0; i < 10; ++i) {
-        b.Advance(menu);
-        b.draw();
-    }
-    EXPECT_FLOAT_EQ(b.Ypos(), 5);
-    EXPECT_FLOAT_EQ(b.fallvel(), 0);
-    EXPECT_FLOAT_EQ(b.bouncePhase(), -1.0f);
-    // ...but it is drawn: four faces, two triangles each.
-    EXPECT_EQ(rig.device.drawCalls, 40);
-    EXPECT_EQ(rig.device.primitivesDrawn, 80);
-}
-
 }  // namespace
 }  // namespace qb

@@ -12,21 +12,6 @@ struct StarRig : test::WorldRig {
     }
 };
 
-TEST(Star, SpinsFiveDegreesPerPlayFrameAndWrapsToOne) {
-    StarRig rig("star-spin");
-    clsStar& s = rig.star;
-    EXPECT_TRUE(s.visible());
-    EXPECT_EQ(s.spinAngle(), 0);
-    const WorldFrame playing{true, 0};
-    for (int i = 0; i < 72; ++i) s.Spin(playing);
-    EXPECT_EQ(s.spinAngle(), 360);
-    s.Spin(playing);
-    EXPECT_EQ(s.spinAngle(), 1);
-    // Menus show it frozen.
-    for (int i = 0; i < 5; ++i) s.Spin(WorldFrame{});
-    EXPECT_EQ(s.spinAngle(), 1);
-}
-
 TEST(Star, ACollectedStarIsNeitherDrawnNorSpunAndAMissingModelDrawsNothing) {
     StarRig rig("star-collected");
     clsStar& s = rig.star;
