@@ -1,5 +1,6 @@
 // A run from start to finish: times, the fastest-times table, the name
 // entry, the pause menu and the statistics.
+#include "audio/DXmusicSFX.h"
 #include "gui/Gui.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
@@ -39,9 +40,12 @@ TEST(RaceTime, FramesBecomeSecondsAndHundredths) {
 
 TEST(Finish, AFirstTimeOpensTheNameEntryWithTheTime) {
     Drive d("finish", FinishTrack());
+    d.game().sound->SetMusicVolume(50);
+    d.game().sound->PlayMusic(MusicTrack);
     FinishAt(d, 252);
     frmGame& g = d.game();
     EXPECT_EQ(g.GameState, NameEntry);
+    EXPECT_EQ(d.hp().audio.musicPlaying, MusicWin) << "the win piece replaces the track's";
     EXPECT_EQ(FieldText(g, 2), "Time = 10:08");
     EXPECT_EQ(g.LastFinishSeconds, 10);
     EXPECT_EQ(g.LastFinishHundredths, 8);
