@@ -19,18 +19,17 @@
 
 #include "persist/optionsDat.h"
 #include "platform/QuorbitDebug.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb::test {
 
 constexpr int kRate = 44100;
 
 inline std::string AudioScratch(const std::string& name) {
-    const auto dir =
-        std::filesystem::temp_directory_path() / ("quorbit-audio-" + name + "-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(dir);
-    std::filesystem::create_directories(dir / "sfx");
-    std::filesystem::create_directories(dir / "music");
-    return dir.string() + "/";
+    const std::string dir = FreshDir("audio-" + name);
+    std::filesystem::create_directories(dir + "sfx");
+    std::filesystem::create_directories(dir + "music");
+    return dir;
 }
 
 // One tone segment: frequency and duration; a test sound is a list of them.
@@ -107,8 +106,7 @@ inline size_t FramesWritten(const std::string& rawFile) {
 
 inline Capture ReadCapture(const std::string& rawFile) {
     Capture c;
-    std::ifstream in(rawFile, std::ios::binary);
-    std::vector<char> raw((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string raw = ReadFile(rawFile);
     for (size_t i = 0; i + 1 < raw.size(); i += 2) {
         int16_t v;
         std::memcpy(&v, raw.data() + i, 2);

@@ -18,6 +18,7 @@
 #include "platform/DirectX.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb::test {
 
@@ -55,8 +56,7 @@ inline void WriteTrackFile(const std::string& path, int count, std::array<int16_
         f.AllStars.push_back(0);
     }
     const std::vector<uint8_t> bytes = EncodeLevelFile(f);
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+    WriteFile(path, std::string(bytes.begin(), bytes.end()));
 }
 
 inline FastestTimes Times(const std::string& a, int32_t s1, int32_t h1) {
@@ -68,15 +68,11 @@ inline FastestTimes Times(const std::string& a, int32_t s1, int32_t h1) {
 }
 
 inline std::string GameFolder(const std::string& name, int tracks, std::array<int16_t, 6> zones = {}) {
-    const fs::path dir =
-        fs::temp_directory_path() / ("quorbit-gui-" + name + "-" + std::to_string(::getpid()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    for (const char* sub :
-         {"gui", "backgrounds", "textures", "models", "skins", "misc", "sfx", "music", "web"})
-        fs::create_directory_symlink(fs::path(QUORBIT_GAME_DIR) / sub, dir / sub);
-    if (tracks > 0) WriteTrackFile((dir / "levels.dat").string(), tracks, zones);
-    return dir.string() + "/";
+    const std::string dir = FreshDir("gui-" + name);
+    LinkGameFolders(dir,
+                    {"gui", "backgrounds", "textures", "models", "skins", "misc", "sfx", "music", "web"});
+    if (tracks > 0) WriteTrackFile(dir + "levels.dat", tracks, zones);
+    return dir;
 }
 
 struct GuiGame {

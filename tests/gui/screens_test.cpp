@@ -332,8 +332,7 @@ TEST(VideoMode, AFailedSwitchIsLoggedKeepsTheModeInUseAndSavesNothing) {
     optionsDat reread(t.dir + "options.dat");
     reread.LoadOptions();
     EXPECT_EQ(reread.Options.VideoMode, 1);
-    std::ifstream in(t.dir + "Debug.txt");
-    const std::string log((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    const std::string log = test::ReadFile(t.dir + "Debug.txt");
     EXPECT_NE(log.find("no room for the back buffer -2005532292"), std::string::npos) << log;
     EXPECT_NE(log.find("Reset failed"), std::string::npos);
     EXPECT_NE(log.find("Video mode 2 failed, staying at mode 1"), std::string::npos);

@@ -1,15 +1,13 @@
 // Track files written byte by byte, independent of the game's writer, and
-// a scratch folder for file tests.
+// scratch folders and whole files for the file tests.
 #pragma once
-
-#include <unistd.h>
 
 #include <cstdint>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
+
+#include "tests/support/TestFiles.h"
 
 namespace qb::test {
 
@@ -96,21 +94,16 @@ inline Bytes FileOf(const std::vector<Bytes>& records) {
 }
 
 inline std::string Scratch(const std::string& name) {
-    const auto dir =
-        std::filesystem::temp_directory_path() / ("quorbit-level-" + name + "-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(dir);
-    std::filesystem::create_directories(dir);
-    return dir.string() + "/";
+    return FreshDir("level-" + name);
 }
 
 inline void WriteBytes(const std::string& path, const std::vector<uint8_t>& b) {
-    std::ofstream(path, std::ios::binary)
-        .write(reinterpret_cast<const char*>(b.data()), static_cast<std::streamsize>(b.size()));
+    WriteFile(path, std::string(b.begin(), b.end()));
 }
 
 inline std::vector<uint8_t> ReadBytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    return std::vector<uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+    const std::string s = ReadFile(path);
+    return std::vector<uint8_t>(s.begin(), s.end());
 }
 
 }  // namespace qb::test

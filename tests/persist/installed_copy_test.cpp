@@ -16,19 +16,12 @@
 #include "level/LevelStructure.h"
 #include "persist/AtomicFile.h"
 #include "persist/InstalledCopy.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Scratch(const std::string& name) {
-    const fs::path dir =
-        fs::temp_directory_path() / ("quorbit-install-" + name + "-" + std::to_string(::getpid()));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    return dir.string() + "/";
-}
 
 // Track n: a road of n blocks, named "Track n".
 LevelRecord Track(int n, int extraStars = 0) {
@@ -59,7 +52,8 @@ void Write(const std::string& path, std::vector<LevelRecord> tracks) {
 struct Install {
     std::string game, home;
     explicit Install(const std::string& name, int tracks = 12)
-        : game(Scratch(name + "-game")), home(Scratch(name + "-home") + "quorbit/") {
+        : game(test::FreshDir("install-" + name + "-game")),
+          home(test::FreshDir("install-" + name + "-home") + "quorbit/") {
         std::vector<LevelRecord> all;
         for (int n = 1; n <= tracks; ++n) all.push_back(Track(n));
         Write(game + "levels.dat", all);

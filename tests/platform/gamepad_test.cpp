@@ -14,6 +14,7 @@
 #include "platform/sdl/SdlGamepads.h"
 #include "shell/GuiLink.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
@@ -125,18 +126,13 @@ struct PadGame {
     Platform platform;
     std::unique_ptr<frmGame> game;
     PadGame()
-        : dir(Scratch()), hp(QUORBIT_GAME_DIR, dir), platform{hp.graphics, hp.keyboard,      pads,
-                                                              hp.clock,    hp.window,        hp.audio,
-                                                              hp.system,   hp.platform.paths} {
+        : dir(test::FreshDir("pad")), hp(QUORBIT_GAME_DIR, dir), platform{hp.graphics, hp.keyboard,
+                                                                          pads,        hp.clock,
+                                                                          hp.window,   hp.audio,
+                                                                          hp.system,   hp.platform.paths} {
         std::filesystem::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", dir + "levels.dat");
         game = std::make_unique<frmGame>(platform);
         EXPECT_TRUE(game->startup());
-    }
-    static std::string Scratch() {
-        const auto d = std::filesystem::temp_directory_path() / ("quorbit-pad-" + std::to_string(::getpid()));
-        std::filesystem::remove_all(d);
-        std::filesystem::create_directories(d);
-        return d.string() + "/";
     }
     // Menu passes: the loop reads the controller once each.
     void passes(int n) {

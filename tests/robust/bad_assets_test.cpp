@@ -17,6 +17,7 @@
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/SimDriver.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
@@ -28,11 +29,7 @@ namespace fs = std::filesystem;
 class DamagedFolder {
 public:
     explicit DamagedFolder(const std::string& name) {
-        dir_ = (fs::temp_directory_path() / ("quorbit-bad-" + name + "-" + std::to_string(::getpid())))
-                   .string() +
-               "/";
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
+        dir_ = test::FreshDir("bad-" + name);
         for (const auto& e : fs::directory_iterator(QUORBIT_GAME_DIR)) {
             if (!e.is_directory()) continue;
             fs::create_directory_symlink(e.path(), dir_ + e.path().filename().string());
@@ -55,7 +52,7 @@ public:
     }
     void garble(const std::string& file, const std::string& bytes) {
         if (file.find('/') != std::string::npos) own(file.substr(0, file.find('/')));
-        std::ofstream(dir_ + file, std::ios::binary | std::ios::trunc) << bytes;
+        test::WriteFile(dir_ + file, bytes);
     }
     const std::string& dir() const { return dir_; }
 
@@ -134,9 +131,7 @@ TEST(MissingAssets, AMissingMenuPictureIsExplainedAndTheRunEnds) {
         ASSERT_FALSE(hp.window.messages.empty());
         EXPECT_NE(hp.window.messages.back().find("title.bmp"), std::string::npos)
             << hp.window.messages.back();
-        std::ifstream log(writeDir + "Debug.txt");
-        std::string all((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
-        EXPECT_NE(all.find("Quorbit cannot go on"), std::string::npos);
+        EXPECT_NE(test::ReadFile(writeDir + "Debug.txt").find("Quorbit cannot go on"), std::string::npos);
     }
 }
 
@@ -189,8 +184,7 @@ TEST(DamagedSettings, AGarbledSettingsFileIsLoggedAndTheGameStartsWithDefaults) 
     hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
     EXPECT_EQ(game.Form_Load(), 0);
     EXPECT_EQ(game.settings->GetInt("x", 0), 1);
-    std::ifstream log(folder.dir() + "Debug.txt");
-    const std::string text((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
+    const std::string text = test::ReadFile(folder.dir() + "Debug.txt");
     EXPECT_NE(text.find("settings.cfg line 1 is not"), std::string::npos) << text;
     EXPECT_NE(text.find("Initalise DirectX and DX3D = True"), std::string::npos);
 }

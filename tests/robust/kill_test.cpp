@@ -13,6 +13,7 @@
 #include "level/LevelStructure.h"
 #include "persist/Stats.h"
 #include "persist/optionsDat.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
@@ -90,10 +91,7 @@ int32_t CheckFiles(const std::string& dir) {
 TEST(KilledWhileSaving, EveryFileStaysWholeAndHoldsOldOrNewContent) {
     const std::string source = std::string(QUORBIT_GAME_DIR) + "/levels.dat";
     if (!fs::exists(source)) GTEST_SKIP() << "no generated levels.dat";
-    const std::string dir =
-        (fs::temp_directory_path() / ("quorbit-kill-" + std::to_string(::getpid()))).string() + "/";
-    fs::remove_all(dir);
-    fs::create_directories(dir);
+    const std::string dir = test::FreshDir("kill");
     fs::copy_file(source, dir + "levels.dat");
 
     std::mt19937 rng(20261123);

@@ -15,6 +15,7 @@
 #include "platform/KeyboardDevice.h"
 #include "platform/headless/HeadlessPlatform.h"
 #include "shell/frmGame.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
@@ -48,10 +49,7 @@ Step Click(float x, float y) {
 }
 
 TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
-    const std::string dir =
-        (fs::temp_directory_path() / ("quorbit-session-" + std::to_string(::getpid()))).string() + "/";
-    fs::remove_all(dir);
-    fs::create_directories(dir);
+    const std::string dir = test::FreshDir("session");
     fs::copy_file(std::string(QUORBIT_GAME_DIR) + "/levels.dat", dir + "levels.dat");
     HeadlessPlatform hp(QUORBIT_GAME_DIR, dir);
     frmGame game(hp.platform);

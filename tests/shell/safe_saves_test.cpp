@@ -155,36 +155,21 @@ TEST(SafeSaves, WritesNeverFollowASymbolicLink) {
     fs::remove_all(dir);
 }
 
-TEST(GamePaths, WritableGameFolderKeepsEverythingTogether) {
-    const std::string dir = test::FreshDir("paths-rw");
-    const GamePaths p = ResolveGamePaths(dir);
-    EXPECT_EQ(p.gameDir, dir);
-    EXPECT_EQ(p.writeDir, dir);
-    EXPECT_EQ(p.levelsFile(), dir + "levels.dat");
-}
+// How the copy is made and kept up to date: tests/persist/installed_copy_test.
+TEST(GamePaths, AWritableFolderKeepsEverythingAndAReadOnlyOneWritesUnderTheDataHome) {
+    const std::string dir = test::FreshDir("paths");
+    const GamePaths rw = ResolveGamePaths(dir);
+    EXPECT_EQ(rw.gameDir, dir);
+    EXPECT_EQ(rw.writeDir, dir);
+    EXPECT_EQ(rw.levelsFile(), dir + "levels.dat");
 
-TEST(GamePaths, ReadOnlyInstallWritesUnderXdgDataHomeWithACopyOfTheTracks) {
-    const std::string dir = test::FreshDir("paths-ro");
     const std::string home = test::FreshDir("paths-xdg");
-    { std::ofstream(dir + "levels.dat") << "tracks"; }
-    std::filesystem::create_directories(dir + "usertracks");
-    { std::ofstream(dir + "usertracks/mine.dat") << "mine"; }
+    test::WriteFile(dir + "levels.dat", "tracks");
     ::setenv("XDG_DATA_HOME", home.c_str(), 1);
     const GamePaths p = ResolveGamePaths(dir, false);
     EXPECT_EQ(p.gameDir, dir);
     EXPECT_EQ(p.writeDir, home + "quorbit/");
-    auto firstLine = [](const std::string& path) {
-        std::ifstream in(path);
-        std::string s;
-        in >> s;
-        return s;
-    };
-    EXPECT_EQ(firstLine(p.levelsFile()), "tracks");
-    EXPECT_EQ(firstLine(p.writeDir + "usertracks/mine.dat"), "mine");
-    // A later start keeps the copy that holds the player's times.
-    { std::ofstream(p.levelsFile()) << "mytimes"; }
-    ResolveGamePaths(dir, false);
-    EXPECT_EQ(firstLine(p.levelsFile()), "mytimes");
+    EXPECT_EQ(test::ReadFile(p.levelsFile()), "tracks");
     // Without XDG_DATA_HOME the files go to ~/.local/share/quorbit.
     ::unsetenv("XDG_DATA_HOME");
     const std::string savedHome = std::getenv("HOME") ? std::getenv("HOME") : "";
