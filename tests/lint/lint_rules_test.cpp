@@ -3,49 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "level/LevelFileWriter.h"
-#include "level/TrackSource.h"
 #include "shell/KeyScript.h"
 #include "shell/TrackLint.h"
+#include "tests/physics/DriveTest.h"
 
 namespace qb {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A game folder whose only track is the given source; the rest is linked
-// from the built game.
-class OneTrackGame {
-public:
-    explicit OneTrackGame(const std::string& source) {
-        std::string pattern = (fs::temp_directory_path() / "quorbit-lint-test-XXXXXX").string();
-        if (::mkdtemp(pattern.data()) == nullptr) return;
-        dir_ = pattern;
-        for (const auto& e : fs::directory_iterator(QUORBIT_GAME_DIR))
-            if (e.path().filename() != "levels.dat")
-                fs::create_symlink(e.path(), fs::path(dir_) / e.path().filename());
-        TrackSource src;
-        std::vector<SourceError> errors;
-        EXPECT_TRUE(ParseTrackSource(source, "test.trk", src, errors));
-        for (const auto& e : errors) ADD_FAILURE() << e.Describe();
-        const std::vector<uint8_t> bytes = EncodeLevelFile(JoinTrackSources({src}));
-        std::ofstream(fs::path(dir_) / "levels.dat", std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    }
-    ~OneTrackGame() {
-        std::error_code ec;
-        if (!dir_.empty()) fs::remove_all(dir_, ec);
-    }
-    const std::string& dir() const { return dir_; }
-
-private:
-    std::string dir_;
-};
 
 KeyScript Keys(const std::string& text) {
     KeyScript s;
@@ -74,10 +43,12 @@ std::set<std::string> Rules(const LintReport& r) {
 }
 
 LintReport Lint(const std::string& source, const std::string& keys, bool windows = false) {
-    OneTrackGame game(source);
+    const std::string dir = test::MakeGameDir("lint", source);
     LintOptions o;
     o.windows = windows;
-    return LintTrack(game.dir(), 1, Keys(keys), o);
+    const LintReport r = LintTrack(dir, 1, Keys(keys), o);
+    fs::remove_all(dir);
+    return r;
 }
 
 TEST(TrackLint, AFairTrackPassesEveryRuleAndIsMeasured) {
