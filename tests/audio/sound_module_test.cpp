@@ -219,6 +219,14 @@ TEST(SoundModule, TheWinPieceReplacesTheTrackMusicAndPlaysOnce) {
     EXPECT_EQ(r.device.log.size(), 7u);
 }
 
+TEST(SoundModule, EveryZoneHasItsPieceAndOtherZonesFallBackToTheFirst) {
+    for (int zone = 1; zone <= 6; ++zone) EXPECT_EQ(DXmusicSFX::ZoneMusic(zone), zone);
+    EXPECT_EQ(DXmusicSFX::ZoneMusic(0), MusicTrack);
+    EXPECT_EQ(DXmusicSFX::ZoneMusic(7), MusicTrack) << "the win piece is never a zone's";
+    EXPECT_STREQ(DXmusicSFX::MusicFile(3), "music/track03.ogg");
+    EXPECT_STREQ(DXmusicSFX::MusicFile(8), "");
+}
+
 TEST(SoundModule, TheGeneratedGameFolderHasEverySound) {
     Rig r("gamefolder", std::string(QUORBIT_GAME_DIR) + "/");
     r.options = optionsDat(test::AudioScratch("gamefolder-options") + "options.dat");

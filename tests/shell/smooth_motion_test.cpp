@@ -138,13 +138,19 @@ TEST(SmoothMotion, TheRunIsTheSameWithDrawingsBetweenFrames) {
     ExpectSameRun("smooth-crash", 9, Script("400 Up\n"));
 }
 
-TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
-    TestGame t("smooth-between");
-    frmGame& g = *t.game;
-    ASSERT_TRUE(g.startup());
+// The game started and racing track 1 from its start.
+bool RacingTrackOne(frmGame& g) {
+    if (!g.startup()) return false;
     g.levels->CurrentLevel = 1;
     g.track->BuildLevel(1, false);
     g.startPlaying();
+    return true;
+}
+
+TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
+    TestGame t("smooth-between");
+    frmGame& g = *t.game;
+    ASSERT_TRUE(RacingTrackOne(g));
     clsPlayer& car = *g.player;
     car.ForwardVelocity(0.5f);
     car.HorizontalVelocity(0.1f);
@@ -196,6 +202,30 @@ TEST(SmoothMotion, CarCameraAndSparksAreDrawnPartWayBetweenFrames) {
         EXPECT_FLOAT_EQ(p.z, start.z);
         EXPECT_FLOAT_EQ(p.y, start.y);
     }
+}
+
+TEST(SmoothMotion, PlayFramesKeepTheirPaceWhileDrawingsComeBetween) {
+    TestGame t("smooth-pace");
+    frmGame& g = *t.game;
+    ASSERT_TRUE(RacingTrackOne(g));
+    std::vector<int64_t> starts;
+    int64_t lastSeen = g.FrameStartCount;
+    t.hp.window.onProcess = [&](WindowEvents& w) {
+        if (g.FrameStartCount != lastSeen) {
+            lastSeen = g.FrameStartCount;
+            starts.push_back(g.FrameStartCount);
+        }
+        if (starts.size() > 50) w.onClose();
+    };
+    g.runMainLoop();
+    ASSERT_GT(starts.size(), 50u);
+    for (size_t i = 1; i < starts.size(); ++i) {
+        EXPECT_GT(starts[i] - starts[i - 1], 40000);
+        EXPECT_LT(starts[i] - starts[i - 1], 41000);
+    }
+    // About 60 drawings a second over the two seconds of play.
+    const double seconds = static_cast<double>(starts.back() - starts.front()) / 1e6;
+    EXPECT_NEAR(t.hp.graphics.presentCount / seconds, 60.0, 6.0);
 }
 
 TEST(SmoothMotion, OnUnlessTheSettingsFileTurnsItOff) {
