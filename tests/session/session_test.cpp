@@ -31,13 +31,6 @@ void FinishAt(Drive& d, int32_t frames) {
     ASSERT_TRUE(r.events & EventFinish);
 }
 
-TEST(RaceTime, FramesBecomeSecondsAndHundredths) {
-    EXPECT_EQ(RaceTime::FromFrames(25).Clock(), "1:00");
-    EXPECT_EQ(RaceTime::FromFrames(24).Clock(), "0:96");
-    EXPECT_EQ(RaceTime::FromFrames(3).Text(), "Time = 0:12");
-    EXPECT_EQ(RaceTime::FromFrames(252).Text(), "Time = 10:08");
-}
-
 TEST(Finish, AFirstTimeOpensTheNameEntryWithTheTime) {
     Drive d("finish", FinishTrack());
     d.game().sound->SetMusicVolume(50);
