@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <iostream>
-#include <set>
 #include <string>
 
 #include "shell/KeyScript.h"
@@ -18,14 +16,6 @@ namespace fs = std::filesystem;
 const std::string GameDir = QUORBIT_GAME_DIR;
 const std::string Solutions = std::string(QUORBIT_SOURCE_DIR) + "/content/solutions/";
 
-// Tracks (and examples) still being reworked: reported, not yet required.
-const std::set<int> NotYet = {22, 29, 55, 60};
-const std::set<std::string> ExamplesNotYet = {};
-
-bool MustPass(int track) {
-    return NotYet.count(track) == 0;
-}
-
 void LintZone(int zone) {
     for (int n = (zone - 1) * 10 + 1; n <= zone * 10; ++n) {
         char name[32];
@@ -34,11 +24,7 @@ void LintZone(int zone) {
         std::string error;
         ASSERT_TRUE(LoadKeyScript(Solutions + name, script, error)) << error;
         const LintReport r = LintTrack(GameDir, n, script, LintOptions{});
-        const std::string text = r.Describe("track " + std::to_string(n));
-        if (MustPass(n))
-            EXPECT_TRUE(r.Passed()) << text;
-        else if (!r.Passed())
-            std::cout << "(not yet required) " << text;
+        EXPECT_TRUE(r.Passed()) << r.Describe("track " + std::to_string(n));
     }
 }
 
@@ -69,10 +55,7 @@ TEST(UserTrackLint, EveryExampleIsFairToDrive) {
         ASSERT_TRUE(LoadKeyScript(keys, script, error)) << error;
         const LintReport r = LintTrack(dir, 1, script, LintOptions{});
         fs::remove_all(dir);
-        if (ExamplesNotYet.count(stem) == 0)
-            EXPECT_TRUE(r.Passed()) << r.Describe(stem);
-        else if (!r.Passed())
-            std::cout << "(not yet required) " << r.Describe(stem);
+        EXPECT_TRUE(r.Passed()) << r.Describe(stem);
     }
     EXPECT_GE(count, 3);
 }

@@ -69,6 +69,8 @@ class Track:
         self.cx = 0
         self.a = 2
         self.side = 0
+        self.at_speed = False
+        self.open_blocks = {}
 
     # --- raw objects -------------------------------------------------------
     def block(self, x0, x1, z0, z1, top, kind="plain", thick=1, top_tex="road", side="side"):
@@ -76,12 +78,27 @@ class Track:
         if top_tex != "accent":
             self.low, self.high = min(self.low, top), max(self.high, top)
         tex = KIND_TEX.get(kind, top_tex)
+        # A block that carries on one just laid, alike in all but length,
+        # lengthens it: a car whose nose comes to rest a hair from a seam
+        # level with its road can meet the next block's front as a wall and
+        # blow up, so the route crosses as few seams as it can.
+        like = (round(x0, 3), round(x1, 3), round(top, 3), thick, kind, tex, side)
+        if kind == "plain" and like in self.open_blocks:
+            index, start, end = self.open_blocks[like]
+            if abs(end - z0) < 1e-6:
+                self.lines[index] = self.block_line(x0, x1, start, z1, top, thick, side, tex, kind)
+                self.open_blocks[like] = (index, start, z1)
+                return
+        self.open_blocks[like] = (len(self.lines), z0, z1)
+        if kind != "plain":
+            self.kinds.add(kind)
+        self.lines.append(self.block_line(x0, x1, z0, z1, top, thick, side, tex, kind))
+
+    @staticmethod
+    def block_line(x0, x1, z0, z1, top, thick, side, tex, kind):
         line = "  block %s %s %s  %s %s %s  tex %s %s %s %s" % (
             fmt(x0), fmt(top - thick), fmt(z0), fmt(x1 - x0), fmt(thick), fmt(z1 - z0), side, side, side, tex)
-        if kind != "plain":
-            line += "  " + kind
-            self.kinds.add(kind)
-        self.lines.append(line)
+        return line + ("  " + kind if kind != "plain" else "")
 
     def platform(self, x0, width, z0, length, top, direction, speed, dist):
         self.low, self.high = min(self.low, top), max(self.high, top)
@@ -126,7 +143,9 @@ class Track:
 
     # --- road ----------------------------------------------------------------
     def road(self, length, kerbs=True, kind="plain", top_tex="road"):
-        if length <= 0:
+        if length <= 0 or self.at_speed:
+            # After the last turbo flight the car runs to the flag at full
+            # speed, on the one block it landed on.
             return
         z0, z1 = self.z, self.z + length
         self.block(self.x0(), self.x1(), z0, z1, self.h, kind, top_tex=top_tex)
@@ -345,6 +364,38 @@ class Track:
             self.hug(side, at=self.z - 20)
         self.side = side
         self.pieces.add("turbo jump")
+
+    def turbo_flights(self, gaps, star=True):
+        """A turbo pad, then gap after gap taken at full speed to the flag.
+        No stop follows a flight: a stop is timed by the clock while the pad
+        is met at a place, so every stop carries a timing slip into the next
+        flight, larger each time; at full speed to the end nothing adds up.
+        Every landing is one block: a seam at full speed can throw the car."""
+        self.let_go(self.z - 6)
+        self.block(self.x0(), self.x1(), self.z, self.z + 2, self.h, "turbo")
+        self.kerbs(self.z, self.z + 2)
+        self.act(self.z - 2, "speed", 1)
+        self.z += 2
+        run = 16
+        for i, g in enumerate(gaps):
+            self.block(self.x0(), self.x1(), self.z, self.z + run, self.h)
+            self.kerbs(self.z, self.z + run)
+            self.z += run
+            edge = self.z
+            # The middle of the take-off stretch at full speed (28 units a jump).
+            takeoff = edge + (g - 27.2) / 2.0
+            self.act(takeoff, "jump")
+            if star:
+                self.star(self.lane_x(), self.h + 2, round(takeoff + 14))
+            self.z = edge + g
+            # From the landing to the next take-off stretch.
+            run = (takeoff + 28 - self.z) + 18
+        # The last landing runs on to the flag in one block with it.
+        self.block(self.x0(), self.x1(), self.z, self.z + run + 12, self.h)
+        self.kerbs(self.z, self.z + run + 12)
+        self.z += run + 12
+        self.at_speed = True
+        self.pieces.add("turbo flights")
 
     def falling_run(self, count, step=1, length=3):
         """Blocks that drop away under the car, each a step lower."""

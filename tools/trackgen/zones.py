@@ -193,6 +193,10 @@ def icefield(length, sides):
     return lambda t: (t.ice(length, sides=sides), t.road(16))
 
 
+def flights(*gaps):
+    return lambda t: t.turbo_flights(gaps)
+
+
 def boost(g):
     return lambda t: (t.turbo_jump(g), t.road(10))
 
@@ -212,7 +216,7 @@ def z3(n, name, idea, parts):
 def zone3():
     return [
         z3(21, "Black Ice", "a long sheet of ice, kerb to kerb", [icefield(120, [1, -1, 1, -1])]),
-        z3(22, "Afterburner", "turbo jumps over widening gaps", [boost(10), boost(11), boost(12)]),
+        z3(22, "Afterburner", "turbo jumps over widening gaps", [boost(10), flights(11, 12, 13)]),
         z3(23, "Glacier Mouth", "ice, then a jump off its end", [icefield(60, [1, -1]), leap(5), icefield(60, [1, -1])]),
         z3(24, "Slide Rule", "ice with a shift at each end", [jog(4), icefield(70, [-1, 1]), jog(-4), icefield(60, [1, -1])]),
         z3(25, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
@@ -220,7 +224,7 @@ def zone3():
         z3(27, "Cold Start", "stop, slide, jump", [icefield(60, [1, -1]), boost(12), leap(6), icefield(60, [1, -1])]),
         z3(28, "Skid Row", "ice between deadly rows",
            [icefield(50, [1, -1]), lambda t: t.deadly_zigzag([1, -1]), icefield(50, [1, -1]), boost(12)]),
-        z3(29, "Ice Cannon", "turbo after turbo", [boost(10), boost(11), icefield(60, [1, -1]), boost(12)]),
+        z3(29, "Ice Cannon", "turbo after turbo", [boost(10), icefield(60, [1, -1]), flights(10, 12)]),
         z3(30, "Whiteout", "the whole frost run",
            [icefield(60, [1, -1]), boost(13), jog(-4), icefield(60, [1, -1, 1]), leap(7), boost(14)]),
     ]
@@ -342,7 +346,7 @@ def zone6():
         z6(52, "Pogo", "pads and gaps", [pad(2), leap(6), down(1), pad(1), leap(7)]),
         z6(53, "Sky High", "pads up, steps down", [pad(2), pad(2), down(2), down(1), stairs(1), pad(1), down(2)]),
         z6(54, "Spring Fever", "pads onto ice", [pad(2), icefield(50, [1, -1]), down(2), pad(2), icefield(40, [1, -1])]),
-        z6(55, "Moon Shot", "pads and turbo", [pad(2), down(2), boost(10), pad(2), down(2)]),
+        z6(55, "Moon Shot", "pads and turbo", [pad(2), down(2), pad(2), down(2), flights(10)]),
         z6(56, "Rebound", "pads, crumble and thorns", [pad(3), crumble(3), rows([1, -1]), pad(2), down(2)]),
         z6(57, "Grand Tour", "a tour of every zone",
            [pad(2), down(2), shuttle(10, 3, 3), parting(1), icefield(40, [1, -1]), boost(12), stairs(1)]),
@@ -352,8 +356,8 @@ def zone6():
            [rampup(2), crumble(2), pad(2), down(2), rows([1, -1]), icefield(40, [1, -1]), boost(12),
             stairs(1), down(1)]),
         z6(60, "Finale", "the hardest of everything",
-           [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), parting(-1), rows([1, -1, 1]), boost(11),
-            stairs(2), down(2), leap(8)]),
+           [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), parting(-1), rows([1, -1, 1]),
+            stairs(2), down(2), leap(8), flights(11, 12)]),
     ]
 
 
