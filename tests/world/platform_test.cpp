@@ -52,18 +52,6 @@ TEST(MovingPlatform, ShuttlesBetweenItsEnds) {
     EXPECT_PLANE(p.GetCollisionPlane(3), 0, 1, 0, -2);
 }
 
-TEST(MovingPlatform, WithoutLoopBackJumpsBackToItsStart) {
-    WorldRig rig("platform-jump");
-    clsMovingPlatform p(rig.res);
-    MakePlatform(p, 10, 5, 3, 2, false);
-    for (int i = 0; i < 40; ++i) p.move();
-    EXPECT_FLOAT_EQ(p.Xpos(), 12.0f);
-    p.move();
-    EXPECT_FLOAT_EQ(p.Xpos(), 10.0f);
-    EXPECT_EQ(p.Mdir(), 3);
-    EXPECT_FALSE(p.GetChangeDir());
-}
-
 TEST(MovingPlatform, OtherDirectionsAndZeroSpeedStandStill) {
     WorldRig rig("platform-still");
     for (uint8_t dir : {0, 1, 4, 9}) {
