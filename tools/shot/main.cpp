@@ -2,8 +2,10 @@
 // camera looking down the track, the zone's sky behind) with the real OpenGL
 // device into a hidden window, and writes the picture as a PNG. With --bench
 // it instead draws a 200-piece track repeatedly and prints frames a second.
+// With --overview it draws the whole track from one camera shared by every
+// track of the file (see TrackOverview), for putting tracks side by side.
 //
-//   quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2]
+//   quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2] [--overview]
 //   quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2] [--out FILE.png]
 //   --eye X,Y,Z --at X,Y,Z  look from elsewhere (close-ups of the pieces)
 #include <epoxy/gl.h>
@@ -17,6 +19,8 @@
 #include "level/LevelRecords.h"
 #include "level/LevelStructure.h"
 #include "level/TrackObjects.h"
+#include "level/TrackOverview.h"
+#include "platform/D3DMath.h"
 #include "platform/DirectX.h"
 #include "platform/sdl/SdlPlatform.h"
 #include "shell/frmGame.h"
@@ -30,7 +34,7 @@ using namespace qb;
 struct Args {
     std::string gameDir, out;
     int track = 0, mode = 2, frames = 500;
-    bool bench = false;
+    bool bench = false, overview = false;
     Vector3 eye{0, 35, -63}, at{0, 18, 0};
 };
 
@@ -40,7 +44,7 @@ bool ParseVector(const char* text, Vector3& v) {
 
 int Usage() {
     std::fprintf(stderr,
-                 "usage: quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2]\n"
+                 "usage: quorbit-shot --game-dir DIR --track N --out FILE.png [--mode 1|2] [--overview]\n"
                  "       quorbit-shot --game-dir DIR --bench [--frames N] [--mode 1|2] [--out FILE.png]\n"
                  "       either with --eye X,Y,Z --at X,Y,Z to look from elsewhere\n");
     return 2;
@@ -53,6 +57,10 @@ bool Parse(int argc, char** argv, Args& a) {
         const char* v = nullptr;
         if (k == "--bench") {
             a.bench = true;
+            continue;
+        }
+        if (k == "--overview") {
+            a.overview = true;
             continue;
         }
         if (!(v = value())) return false;
@@ -75,6 +83,7 @@ bool Parse(int argc, char** argv, Args& a) {
     }
     if (a.gameDir.empty() || (a.mode != 1 && a.mode != 2)) return false;
     if (a.gameDir.back() != '/') a.gameDir += '/';
+    if (a.bench && a.overview) return false;
     return a.bench ? a.frames > 0 : (a.track > 0 && !a.out.empty());  // --out is optional with --bench
 }
 
@@ -142,6 +151,51 @@ void DrawScene(frmGame& game) {
     device.present();
 }
 
+// The whole track, row by row, on a plain ground that dark and light
+// textures both stand out from.
+void DrawOverview(frmGame& game, int track) {
+    std::vector<TrackBox> boxes;
+    for (int32_t n = 1; n <= game.levels->LevelCount(); ++n)
+        boxes.push_back(TrackBounds(game.levels->Level(n)));
+    const PresentParams& picture = game.dx->Present;
+    const TrackOverview overview(boxes, static_cast<float>(picture.width),
+                                 static_cast<float>(picture.height));
+    const TrackBox& box = boxes[static_cast<size_t>(track - 1)];
+    GraphicsDevice& device = game.platform.graphics;
+    device.clear(0xFF5A6470u, 1.0f);
+    device.beginScene();
+    device.setTransform(TransformKind::View, Matrix4{});
+    TrackObjects& t = *game.track;
+    for (int row = 0; row < overview.RowsUsed(box); ++row) {
+        device.setTransform(TransformKind::Projection, overview.RowProjection(box, row));
+        for (int32_t i = 0; i <= t.BlockUpper; ++i) t.blocks[i]->draw(1.0f);
+        for (int32_t i = 0; i <= t.RampUpper; ++i) t.ramps[i]->draw();
+        for (int32_t i = 0; i <= t.PlatformUpper; ++i) t.platforms[i]->draw(1.0f);
+        for (int32_t i = 0; i <= t.StarUpper; ++i) t.stars[i]->draw(1.0f);
+    }
+    // Stars are too small to see from this far: a gold diamond on top marks each.
+    device.setRenderState(RenderState::ZEnable, 0);
+    device.setTexture(0);
+    for (const StarRecord& s : game.levels->Level(track).Stars) {
+        const Vector3 centre{s.X, s.Y, s.Z};
+        for (int row = 0; row < overview.RowsUsed(box); ++row) {
+            const Vector3 p = TransformCoord(centre, overview.RowProjection(box, row));
+            if (p.x < -1 || p.x > 1) continue;
+            const float x = (p.x + 1) / 2 * game.dx->ScreenWidth, y = (1 - p.y) / 2 * game.dx->ScreenHeight;
+            for (const auto& [size, colour] : {std::pair{8.0f, 0xFF201000u}, std::pair{6.0f, 0xFFFFC828u}}) {
+                const ScreenVertex diamond[4] = {{x, y - size, 0, 1, colour},
+                                                 {x + size, y, 0, 1, colour},
+                                                 {x - size, y, 0, 1, colour},
+                                                 {x, y + size, 0, 1, colour}};
+                device.drawScreenVertices(Primitive::TriangleStrip, diamond, 2);
+            }
+        }
+    }
+    device.setRenderState(RenderState::ZEnable, 1);
+    device.endScene();
+    device.present();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -205,8 +259,12 @@ int main(int argc, char** argv) {
                 } else {
                     game.levels->CurrentLevel = args.track;
                     game.track->BuildLevel(args.track, false);
-                    game.background->create(game.BackgroundsPath + ZoneSky(args.track));
-                    DrawScene(game);
+                    if (args.overview) {
+                        DrawOverview(game, args.track);
+                    } else {
+                        game.background->create(game.BackgroundsPath + ZoneSky(args.track));
+                        DrawScene(game);
+                    }
                     if (!sdl.saveScreenshot(args.out)) {
                         std::fprintf(stderr, "quorbit-shot: cannot write %s\n", args.out.c_str());
                         rc = 1;
