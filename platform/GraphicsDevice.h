@@ -4,6 +4,7 @@
 // OpenGL under SDL2; the headless one records calls for tests and tools.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 
@@ -119,6 +120,15 @@ public:
     virtual void drawScreenVertices(Primitive type, const ScreenVertex* v, int primitiveCount) = 0;
     virtual void drawPointVertices(const PointVertex* v, int count) = 0;
     virtual void drawMeshSubset(MeshId mesh, int subset) = 0;
+    // The picture behind everything, drawn first after clear(): a screen
+    // triangle strip of four with `texture`, leaving depth as it is. A device
+    // may keep it at the back buffer's size and copy it in each frame.
+    virtual void drawBackdrop(TextureId texture, const std::array<ScreenVertex, 4>& quad) {
+        setRenderState(RenderState::ZWriteEnable, 0);
+        setTexture(texture);
+        drawScreenVertices(Primitive::TriangleStrip, quad.data(), 2);
+        setRenderState(RenderState::ZWriteEnable, 1);
+    }
     // Text centred horizontally in the rectangle, top-aligned (DT_CENTER).
     virtual void drawText(FontId font, const std::string& text, int left, int top, int right, int bottom,
                           uint32_t argbColour) = 0;

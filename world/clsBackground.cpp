@@ -37,10 +37,7 @@ void clsBackground::create(const std::string& path) {
 }
 
 void clsBackground::draw() {
-    device_.setRenderState(RenderState::ZWriteEnable, 0);
-    device_.setTexture(texture_);
-    device_.drawScreenVertices(Primitive::TriangleStrip, quad_.data(), 2);
-    device_.setRenderState(RenderState::ZWriteEnable, 1);
+    device_.drawBackdrop(texture_, quad_);
 }
 
 }  // namespace qb

@@ -29,6 +29,7 @@ SdlGraphics::SdlGraphics(SdlWindow& window) : window_(window) {
 SdlGraphics::~SdlGraphics() {
     if (!window_.ready()) return;
     text_.releaseAll();
+    backdrop_.release();
     for (auto& [id, tex] : textures_) glDeleteTextures(1, &tex);
     for (auto& [id, b] : buffers_) glDeleteBuffers(1, &b.vbo);
     for (auto& [id, m] : meshes_)
@@ -191,6 +192,9 @@ void SdlGraphics::clear(uint32_t argbColour, float depth) {
     glClearDepth(depth);
     glDepthMask(GL_TRUE);  // Direct3D clears depth whatever the write state
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    clearColour_ = argbColour;
+    clearDepth_ = depth;
+    drawnSinceClear_ = false;
 }
 
 void SdlGraphics::present() {
@@ -249,6 +253,7 @@ void SdlGraphics::setTextureStageState(TextureStageState state, uint32_t value) 
 }
 
 void SdlGraphics::applyStates() {
+    drawnSinceClear_ = true;
     if (renderStates_[RenderState::ZEnable]) {
         glEnable(GL_DEPTH_TEST);
         glDepthFunc(GL_LEQUAL);
@@ -399,9 +404,42 @@ void SdlGraphics::drawMeshSubset(MeshId mesh, int subset) {
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
+void SdlGraphics::drawBackdrop(TextureId texture, const std::array<ScreenVertex, 4>& quad) {
+    if (!created_) return;
+    // A copy is the same picture only over a fresh clear that the quad's
+    // depth passes everywhere; anything else draws it as it comes.
+    if (drawnSinceClear_ ||
+        !BackdropPassesDepth(quad, renderStates_[RenderState::ZEnable] != 0, clearDepth_)) {
+        GraphicsDevice::drawBackdrop(texture, quad);
+        return;
+    }
+    setRenderState(RenderState::ZWriteEnable, 0);
+    setTexture(texture);
+    BackdropKey key{texture, quad, renderStates_, {}, clearColour_, scale_, bufferW_, bufferH_};
+    std::copy(std::begin(stage_), std::end(stage_), key.stage.begin());
+    if (backdrop_.holds(key)) {
+        backdrop_.copyInto(fbo_);
+    } else if (backdrop_.beginRecording(key)) {
+        // Drawn over the same clear colour as the back buffer has.
+        glClearColor(((clearColour_ >> 16) & 255) / 255.0f, ((clearColour_ >> 8) & 255) / 255.0f,
+                     (clearColour_ & 255) / 255.0f, 1.0f);
+        glClear(GL_COLOR_BUFFER_BIT);
+        drawScreenVertices(Primitive::TriangleStrip, quad.data(), 2);
+        backdrop_.copyInto(fbo_);
+        glViewport(0, 0, bufferW_, bufferH_);
+    } else {
+        glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
+        glViewport(0, 0, bufferW_, bufferH_);
+        drawScreenVertices(Primitive::TriangleStrip, quad.data(), 2);
+    }
+    drawnSinceClear_ = true;
+    setRenderState(RenderState::ZWriteEnable, 1);
+}
+
 void SdlGraphics::drawText(FontId font, const std::string& text, int left, int top, int right, int bottom,
                            uint32_t argbColour) {
     if (!created_ || right <= left || bottom <= top) return;
+    drawnSinceClear_ = true;
     const TextImage* img = text_.image(font, text, frame_);
     if (!img) return;
     // The rectangle in back-buffer pixels: the text is drawn at the

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/GraphicsDevice.h"
+#include "platform/sdl/GlBackdrop.h"
 #include "platform/sdl/GlPipeline.h"
 #include "platform/sdl/GlText.h"
 
@@ -67,6 +68,7 @@ public:
     void drawScreenVertices(Primitive type, const ScreenVertex* v, int primitiveCount) override;
     void drawPointVertices(const PointVertex* v, int count) override;
     void drawMeshSubset(MeshId mesh, int subset) override;
+    void drawBackdrop(TextureId texture, const std::array<ScreenVertex, 4>& quad) override;
     void drawText(FontId font, const std::string& text, int left, int top, int right, int bottom,
                   uint32_t argbColour) override;
 
@@ -91,6 +93,11 @@ private:
     float scale_ = 1.0f;  // back-buffer pixels per screen unit
     GLuint fbo_ = 0, colour_ = 0, depth_ = 0, white_ = 0;
     uint64_t frame_ = 0;
+    // The last clear, and whether anything was drawn over it since.
+    uint32_t clearColour_ = 0;
+    float clearDepth_ = 1.0f;
+    bool drawnSinceClear_ = true;
+    GlBackdrop backdrop_;
     uint32_t nextId_ = 1;
 
     // Direct3D's state as last set.
