@@ -48,11 +48,15 @@ constexpr int32_t NameTop = 62;
 
 // The track's name, which track sources keep in the record's settings text
 // (the game has no other use for it): printable, one line, not too long for
-// its place under the preview.
+// its place under the preview. A longer one stops at a whole word with "...",
+// so no word shows cut.
 std::string TrackName(const LevelRecord& r) {
     std::string name;
     for (char c : TrimName(r.Settings.SettingsText)) name += static_cast<unsigned char>(c) < 32 ? ' ' : c;
-    return name.size() > 40 ? name.substr(0, 40) : name;
+    if (name.size() <= 40) return name;
+    size_t cut = name.find_last_of(' ', 37);
+    if (cut == std::string::npos || cut < 20) cut = 37;
+    return TrimName(name.substr(0, cut)) + "...";
 }
 
 std::string TimeText(int32_t seconds, int32_t hundredths) {
@@ -88,8 +92,8 @@ std::vector<std::string> UnplayableLines(const std::string& reason, size_t most)
 // wide) sit in its bands, 20 in from either side.
 constexpr int32_t PanelBandLeft = 216, PanelBandRight = 584;
 
-// The track number stands on the zone's sky, bright or dark: a navy rim
-// keeps its white letters readable on all of them.
+// The track number and the track's name stand on the zone's sky, bright or
+// dark: a navy rim keeps their letters readable on all of them.
 constexpr uint32_t TrackNumberRim = 0xFF0A0E26u;
 
 // The sky of each zone's track choice.
@@ -265,7 +269,8 @@ void Gui::SetupTrackChoice(int Direction) {
     FastestTimeFields();
     OfferWatch(13);
     AddField(12, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
-             lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string());
+             lv.HasLevel(lv.CurrentLevel) ? TrackName(lv.Level(lv.CurrentLevel)) : std::string())
+        .Set_Outline(TrackNumberRim);
     const int32_t size = lv.ZoneLastLevel - lv.ZoneFirstLevel + 1;
     AddField(7, TrackNumberTop(), TrackNumberBottom(), 300, 500, 13, 255, 255, 255,
              std::to_string(lv.CurrentLevel - (lv.ZoneFirstLevel - 1)) + " / " + std::to_string(size))
@@ -351,7 +356,8 @@ void Gui::SetupUserTracks(int Direction) {
         // be played where its preview would be.
         if (!why.empty())
             AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
-                     userTracks.FileName(userTracks.Current));
+                     userTracks.FileName(userTracks.Current))
+                .Set_Outline(TrackNumberRim);
         for (size_t i = 0; i < why.size(); ++i) {
             const int32_t top = 230 + 30 * static_cast<int32_t>(i);
             AddField(9 + static_cast<int32_t>(i), top, top + 30, 230, 570, 13, 255, 255, 255, why[i])
@@ -365,8 +371,11 @@ void Gui::SetupUserTracks(int Direction) {
     }
     FastestTimeFields();
     OfferWatch(9);
+    // A track without a name goes by its file's.
+    const std::string name = TrackName(game_.levels->Level(game_.levels->CurrentLevel));
     AddField(8, NameTop, NameTop + 30, 230, 570, 18, 255, 255, 0,
-             TrackName(game_.levels->Level(game_.levels->CurrentLevel)));
+             name.empty() ? userTracks.FileName(userTracks.Current) : name)
+        .Set_Outline(TrackNumberRim);
     // The track's own sky when the game has it, else the first zone's.
     const LevelStructure& lv = *game_.levels;
     std::string sky = game_.BackgroundsPath + lv.Level(lv.CurrentLevel).BackgroundFile();

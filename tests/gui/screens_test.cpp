@@ -219,10 +219,13 @@ TEST(TrackChoice, ArrowsWrapOverTheZoneAndTheTableShows) {
     EXPECT_EQ(t.field(7), "1 / 10");
     EXPECT_EQ(t.game->track->BuiltLevel, 1);
 
-    // The stats and the all-stars badge follow the track.
+    // The stats, the all-stars badge and the name follow the track; a name
+    // too long for its place stops at a whole word.
     t.game->stats->LevelStats[2] = LevelStat{125000, 3, 4, 5};
+    t.game->levels->Level(2).Settings.SettingsText = "The Longest Winding Road Over Seven Hills";
     t.game->levels->CurrentLevel = 2;
     t.show(TrackChoice);
+    EXPECT_EQ(t.field(12), "The Longest Winding Road Over Seven...");
     EXPECT_EQ(t.field(8), "2:05");
     EXPECT_EQ(t.field(11), "5 Times");
 

@@ -139,6 +139,7 @@ TEST(UserTracks, BrowsedInNameOrderPlayedAndTheirTimesSavedIntoTheirFile) {
     t.click(59);
     ASSERT_EQ(t.game->GameState, UserTrackChoice);
     EXPECT_EQ(t.field(7), "1 / 3");
+    EXPECT_EQ(t.field(8), "a_loops.dat") << "a track without a name goes by its file's";
     EXPECT_EQ(t.field(1), "AL");
     EXPECT_EQ(t.field(4), "30:08");
     EXPECT_EQ(t.game->levels->path(), t.dir + "usertracks/a_loops.dat");
