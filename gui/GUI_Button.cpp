@@ -7,13 +7,41 @@
 
 namespace qb {
 
-GUI_Button::GUI_Button(GraphicsDevice& device, const float& offsetX, const float& offsetY,
+GUI_Button::GUI_Button(PictureStore& pictures, const float& offsetX, const float& offsetY,
                        std::function<void(int16_t)> playEffect)
-    : device_(device), offsetX_(offsetX), offsetY_(offsetY), playEffect_(std::move(playEffect)) {}
+    : pictures_(pictures),
+      device_(pictures.device()),
+      offsetX_(offsetX),
+      offsetY_(offsetY),
+      playEffect_(std::move(playEffect)) {}
 
 GUI_Button::~GUI_Button() {
-    if (texture_ != 0) device_.releaseTexture(texture_);
-    if (rolloverTexture_ != 0) device_.releaseTexture(rolloverTexture_);
+    ReleasePictures();
+}
+
+void GUI_Button::enabled(bool value) {
+    if (value) takePictures();
+    enabled_ = value;
+}
+
+void GUI_Button::takePictures() {
+    if (texture_ == 0 && !file_.empty()) texture_ = pictures_.acquire(file_, key_, width_, height_);
+    // The roll-over picture is had with the picture: a screen may switch the
+    // highlight on while it shows.
+    if (rolloverTexture_ == 0 && !rolloverFile_.empty()) {
+        try {
+            rolloverTexture_ = pictures_.acquire(rolloverFile_, rolloverKey_, width_, height_);
+        } catch (...) {
+            ReleasePictures();
+            throw;
+        }
+    }
+}
+
+void GUI_Button::ReleasePictures() {
+    pictures_.release(texture_);
+    pictures_.release(rolloverTexture_);
+    texture_ = rolloverTexture_ = 0;
 }
 
 void GUI_Button::X(float iData) {
@@ -34,27 +62,25 @@ float GUI_Button::Y() const {
     return static_cast<float>(y_) + offsetY_;
 }
 
-TextureId GUI_Button::loadPicture(const std::string& path, uint32_t colourKey) {
-    GetBitmapSize(path, width_, height_);
-    const TextureId id = device_.createTextureFromFile(path, width_, height_, colourKey, false);
-    if (id == 0) throw std::runtime_error("Cannot create a texture from " + path);
-    return id;
-}
-
 void GUI_Button::LoadTexture(const std::string& TextureFileName, uint32_t ColourKey) {
-    const TextureId id = loadPicture(TextureFileName, ColourKey);
-    if (texture_ != 0) device_.releaseTexture(texture_);
-    texture_ = id;
+    GetBitmapSize(TextureFileName, width_, height_);
+    ReleasePictures();
+    file_ = TextureFileName;
+    key_ = ColourKey;
     alpha_ = 255;
     Update(255);
     renderPass_ = 1;
+    if (enabled_) takePictures();
 }
 
 void GUI_Button::LoadRollover(const std::string& TextureFileName, uint32_t ColourKey) {
-    const TextureId id = loadPicture(TextureFileName, ColourKey);
-    if (rolloverTexture_ != 0) device_.releaseTexture(rolloverTexture_);
-    rolloverTexture_ = id;
+    int32_t w = 0, h = 0;
+    GetBitmapSize(TextureFileName, w, h);
+    ReleasePictures();
+    rolloverFile_ = TextureFileName;
+    rolloverKey_ = ColourKey;
     rollover_ = true;
+    if (enabled_) takePictures();
 }
 
 void GUI_Button::Update(int16_t alpha) {

@@ -10,6 +10,7 @@
 #include <functional>
 #include <string>
 
+#include "gui/PictureStore.h"
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
 
@@ -19,7 +20,7 @@ class GUI_Button {
 public:
     // offsetX/offsetY are the layout offsets of the device (GuiOffsetX/Y),
     // read whenever the button places itself; playEffect sounds a roll-over.
-    GUI_Button(GraphicsDevice& device, const float& offsetX, const float& offsetY,
+    GUI_Button(PictureStore& pictures, const float& offsetX, const float& offsetY,
                std::function<void(int16_t)> playEffect);
     ~GUI_Button();
     GUI_Button(const GUI_Button&) = delete;
@@ -27,7 +28,9 @@ public:
 
     void TabIndex(int32_t value) { tabIndex_ = value; }
     int32_t TabIndex() const { return tabIndex_; }
-    void enabled(bool value) { enabled_ = value; }
+    // Enabling puts the pictures on the device (throws when they cannot be
+    // had); disabling keeps them until ReleasePictures.
+    void enabled(bool value);
     bool enabled() const { return enabled_; }
     void setrenderpass(int16_t index) { renderPass_ = index; }
     int16_t setrenderpass() const { return renderPass_; }
@@ -45,10 +48,13 @@ public:
     int32_t width() const { return width_; }
     int32_t height() const { return height_; }
 
-    // Full paths; colour keys are ARGB. Throw when the bitmap or the texture
-    // cannot be had.
+    // Full paths; colour keys are ARGB. The size comes from the bitmap's
+    // header at once, the pixels when the button is shown. Throw when the
+    // bitmap (or, on an enabled button, the texture) cannot be had.
     void LoadTexture(const std::string& TextureFileName, uint32_t ColourKey);
     void LoadRollover(const std::string& TextureFileName, uint32_t ColourKey);
+    // Gives the pictures back to the store; the next enabling takes them again.
+    void ReleasePictures();
 
     // The offsets changed: re-place the corners.
     void OnChangeVideoMode() { Update(alpha_); }
@@ -69,18 +75,23 @@ public:
     bool AlphaOn() const { return alphaOn_; }
     int32_t LayoutX() const { return x_; }
     int32_t LayoutY() const { return y_; }
-    TextureId Texture() const { return texture_; }
+    TextureId Texture() const { return texture_; }  // 0 while not on the device
+    const std::string& PictureFile() const { return file_; }
+    const std::string& RolloverFile() const { return rolloverFile_; }
     TextureId RolloverTexture() const { return rolloverTexture_; }
     const std::array<ScreenVertex, 4>& Corners() const { return corners_; }
 
 private:
-    TextureId loadPicture(const std::string& path, uint32_t colourKey);
+    void takePictures();
 
+    PictureStore& pictures_;
     GraphicsDevice& device_;
     const float& offsetX_;
     const float& offsetY_;
     std::function<void(int16_t)> playEffect_;
 
+    std::string file_, rolloverFile_;
+    uint32_t key_ = 0, rolloverKey_ = 0;
     TextureId texture_ = 0;
     TextureId rolloverTexture_ = 0;
     std::array<ScreenVertex, 4> corners_{};

@@ -92,7 +92,7 @@ constexpr SlotSpec SlotTable[] = {
 
 }  // namespace
 
-Gui::Gui(frmGame& game) : game_(game) {}
+Gui::Gui(frmGame& game) : pictures(game.platform.graphics), game_(game) {}
 
 Gui::~Gui() {
     // The user tracks' files go back first, so the game keeps its own.
@@ -106,7 +106,7 @@ void Gui::LoadGuiBitmaps() {
     for (int32_t i = 1; i <= SlotCount; ++i)
         if (!Buttons[static_cast<size_t>(i)])
             Buttons[static_cast<size_t>(i)] =
-                std::make_unique<GUI_Button>(game_.platform.graphics, dx.GuiOffsetX, dx.GuiOffsetY, sfx);
+                std::make_unique<GUI_Button>(pictures, dx.GuiOffsetX, dx.GuiOffsetY, sfx);
     for (const SlotSpec& s : SlotTable) {
         GUI_Button& b = Button(s.slot);
         b.LoadTexture(folder + s.bitmap, s.key);
@@ -121,6 +121,11 @@ void Gui::LoadGuiBitmaps() {
 void Gui::DisableAllButtons() {
     for (int32_t i = 1; i <= SlotCount; ++i)
         if (Buttons[static_cast<size_t>(i)]) Button(i).enabled(false);
+}
+
+void Gui::ReleaseHiddenPictures() {
+    for (int32_t i = 1; i <= SlotCount; ++i)
+        if (Buttons[static_cast<size_t>(i)] && !Button(i).enabled()) Button(i).ReleasePictures();
 }
 
 void Gui::ResetTabIndices() {

@@ -1,5 +1,6 @@
-// The menu screens: 61 button slots loaded once, the text fields of the
-// current screen, and the one routine that sets a screen up from GameState.
+// The menu screens: 61 button slots placed once, whose pictures are on the
+// device only while a screen shows them, the text fields of the current
+// screen, and the one routine that sets a screen up from GameState.
 // The pointer arrives through GuiMouseMove / GuiMouseClick, the keyboard
 // handler moves CurrentTab and calls the same actions (Click, OpenZone ...).
 #pragma once
@@ -11,6 +12,7 @@
 #include <vector>
 
 #include "gui/GUI_Button.h"
+#include "gui/PictureStore.h"
 #include "gui/UserTracks.h"
 #include "gui/clsFontField.h"
 
@@ -37,13 +39,16 @@ public:
     Gui(const Gui&) = delete;
     Gui& operator=(const Gui&) = delete;
 
-    // Loads every slot from the gui folder; a missing bitmap throws.
+    // Names and places every slot's pictures from the gui folder (their
+    // pixels are read when a screen shows them); a missing bitmap throws.
     void LoadGuiBitmaps();
     // Builds the screen of the current GameState. Direction matters on the
     // track choices: 0 keeps the track, 1 previous, 2 next, 3 only lights
     // the "next" arrow.
     void SetupScreen(int Direction);
     void DisableAllButtons();
+    // Lets go of the pictures of every button the screen does not show.
+    void ReleaseHiddenPictures();
     void ResetTabIndices();
     void ClearMouseOver();
 
@@ -94,6 +99,8 @@ public:
         return i >= 1 && i <= FieldCount && static_cast<size_t>(i) < Fields.size();
     }
 
+    // The buttons' pictures: declared first, so it outlives them.
+    PictureStore pictures;
     // Slots 1..61 ([0] unused); each created on first use.
     // The two race choices on the options screen (fields 3 and 4), kept in
     // settings.cfg: the ghost of the best run and the clock on screen.

@@ -187,6 +187,7 @@ void Gui::SetupScreen(int Direction) {
         default:
             break;
     }
+    ReleaseHiddenPictures();
 }
 
 void Gui::SetupMainMenu() {

@@ -52,6 +52,7 @@ std::string TrackObjects::ChooseTexture(const LevelRecord& record, int k) const 
 
 void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
     resources_.device.setTexture(0);
+    resources_.beginTrack();
     resources_.animated = game_.animated.get();
     resources_.TexturesPath = game_.TexturesPath;
     resources_.SkinsPath = game_.platform.paths.gameDir + "skins/";
@@ -148,6 +149,10 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         }
         stars = std::move(list);
     }
+
+    // Textures only the last track showed go; the frames its animated faces
+    // move on to are asked for again as they come.
+    resources_.releaseUnused();
 
     BlockUpper = B;
     RampUpper = R;

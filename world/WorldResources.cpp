@@ -1,5 +1,7 @@
 #include "world/WorldResources.h"
 
+#include "world/AnimatedTextures.h"
+
 namespace qb {
 
 WorldResources::~WorldResources() {
@@ -8,9 +10,12 @@ WorldResources::~WorldResources() {
 
 TextureId WorldResources::texture(const std::string& path) {
     auto it = textures_.find(path);
-    if (it != textures_.end()) return it->second;
+    if (it != textures_.end()) {
+        it->second.track = track_;
+        return it->second.id;
+    }
     const TextureId id = device.createTextureFromFile(path, 0, 0, 0, true);
-    if (id != 0) textures_.emplace(path, id);
+    if (id != 0) textures_.emplace(path, HeldTexture{id, track_});
     return id;
 }
 
@@ -37,8 +42,28 @@ const SharedMesh* WorldResources::mesh(const std::string& path, const std::strin
 void WorldResources::clear() {
     for (auto& [path, m] : meshes_) device.releaseMesh(m.mesh);
     meshes_.clear();
-    for (auto& [path, id] : textures_) device.releaseTexture(id);
+    for (auto& [path, t] : textures_) device.releaseTexture(t.id);
     textures_.clear();
+}
+
+void WorldResources::releaseUnused() {
+    auto isFrame = [this](const std::string& path) {
+        return animated != nullptr && animated->IsAnimatedTexture(path.substr(path.find_last_of('/') + 1));
+    };
+    // A track that animates a face keeps all the frames it steps through.
+    bool animates = false;
+    for (const auto& [path, t] : textures_) animates = animates || (t.track == track_ && isFrame(path));
+    for (auto it = textures_.begin(); it != textures_.end();) {
+        bool skin = false;
+        for (const auto& [path, m] : meshes_)
+            for (TextureId t : m.textures) skin = skin || t == it->second.id;
+        if (it->second.track == track_ || skin || (animates && isFrame(it->first))) {
+            ++it;
+            continue;
+        }
+        device.releaseTexture(it->second.id);
+        it = textures_.erase(it);
+    }
 }
 
 }  // namespace qb

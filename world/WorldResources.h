@@ -3,7 +3,8 @@
 // disk once and the texture is handed out again on every later request: a
 // rebuilt track (after every crash) and the animation frames cost no disk
 // reads. Objects hold ids only; the cache releases them when it is cleared
-// or destroyed.
+// or destroyed, and a new track lets go of the textures the last one used
+// and it does not.
 #pragma once
 
 #include <string>
@@ -37,6 +38,11 @@ public:
     const SharedMesh* mesh(const std::string& path, const std::string& skinsDir);
     // Releases everything loaded so far.
     void clear();
+    // A new track is being built: what is asked for from here on is its own.
+    void beginTrack() { ++track_; }
+    // Releases the textures the track begun last has not asked for. Meshes
+    // stay (the one model of the stars), with the skins they show.
+    void releaseUnused();
 
     int texturesHeld() const { return static_cast<int>(textures_.size()); }
 
@@ -46,8 +52,13 @@ public:
     const AnimatedTextures* animated = nullptr;  // frame table for animated faces
 
 private:
-    std::unordered_map<std::string, TextureId> textures_;
+    struct HeldTexture {
+        TextureId id = 0;
+        unsigned track = 0;  // the track that asked for it last
+    };
+    std::unordered_map<std::string, HeldTexture> textures_;
     std::unordered_map<std::string, SharedMesh> meshes_;
+    unsigned track_ = 0;
 };
 
 }  // namespace qb

@@ -7,10 +7,15 @@ clsBackground::~clsBackground() {
 }
 
 void clsBackground::create(const std::string& path) {
-    const TextureId fresh = device_.createTextureFromFile(path, 0, 0, 0, true);
-    if (texture_ != 0) device_.releaseTexture(texture_);
-    texture_ = fresh;
-    name_ = path;
+    // The sky on show is kept when asked for again (a new screen size only
+    // moves its corners). Another one replaces it: the old picture goes
+    // first, so two skies are never held at once. The quad shows the picture
+    // at about its own size, so it needs no smaller copies.
+    if (path != name_ || texture_ == 0) {
+        if (texture_ != 0) device_.releaseTexture(texture_);
+        texture_ = device_.createTextureFromFile(path, 0, 0, 0, false);
+        name_ = path;
+    }
     const float w = screenWidth_, h = screenHeight_;
     // Without its picture the quad would show its plain vertex colour: black
     // then, as an empty sky is, so white menu text stays readable over it.

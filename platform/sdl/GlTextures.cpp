@@ -43,21 +43,76 @@ size_t ApplyColourKey(uint32_t* argb, size_t count, uint32_t key) {
     return keyed;
 }
 
-GLuint UploadTexture(const ArgbImage& image, bool mipmaps) {
+namespace {
+
+// Rows of `pitch` bytes, `bytesPerPixel` each: the unpack state that reads
+// them as they lie.
+void SetUnpackRows(int pitch, int width, int bytesPerPixel) {
+    if (pitch % bytesPerPixel == 0) {
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 1);
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, pitch / bytesPerPixel);
+    } else {  // rows padded to 4 bytes
+        glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+        glPixelStorei(GL_UNPACK_ROW_LENGTH, width);
+    }
+}
+
+GLuint Upload(int width, int height, GLenum format, GLenum type, const void* pixels, bool mipmaps) {
     GLuint tex = 0;
     glGenTextures(1, &tex);
     glBindTexture(GL_TEXTURE_2D, tex);
-    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
-    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_REPEAT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
-    // ARGB words are BGRA bytes on every machine when read as 8_8_8_8_REV.
-    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, image.width, image.height, 0, GL_BGRA,
-                 GL_UNSIGNED_INT_8_8_8_8_REV, image.pixels.data());
+    glTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA8, width, height, 0, format, type, pixels);
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
     if (mipmaps && (epoxy_gl_version() >= 30 || epoxy_has_gl_extension("GL_ARB_framebuffer_object")))
         glGenerateMipmap(GL_TEXTURE_2D);
+    return tex;
+}
+
+}  // namespace
+
+GLuint UploadTexture(const ArgbImage& image, bool mipmaps) {
+    glPixelStorei(GL_UNPACK_ALIGNMENT, 4);
+    glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
+    // ARGB words are BGRA bytes on every machine when read as 8_8_8_8_REV.
+    return Upload(image.width, image.height, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, image.pixels.data(),
+                  mipmaps);
+}
+
+GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps) {
+    int32_t width = 0, height = 0;
+    std::string why;
+    if (!CheckPictureFile(path, width, height, why)) return 0;
+    SDL_Surface* loaded = IMG_Load(path.c_str());
+    if (!loaded) return 0;
+    const Uint32 format = loaded->format->format;
+    if (colourKey == 0 && (format == SDL_PIXELFORMAT_RGB24 || format == SDL_PIXELFORMAT_BGR24)) {
+        // Opaque 24-bit pixels (the skies, the block faces) go up as they
+        // are: the GL reads them with an alpha of one, as the ARGB copy had.
+        SDL_LockSurface(loaded);
+        SetUnpackRows(loaded->pitch, loaded->w, 3);
+        const GLuint tex = Upload(loaded->w, loaded->h, format == SDL_PIXELFORMAT_RGB24 ? GL_RGB : GL_BGR,
+                                  GL_UNSIGNED_BYTE, loaded->pixels, mipmaps);
+        SDL_UnlockSurface(loaded);
+        SDL_FreeSurface(loaded);
+        return tex;
+    }
+    SDL_Surface* argb = SDL_ConvertSurfaceFormat(loaded, SDL_PIXELFORMAT_ARGB8888, 0);
+    SDL_FreeSurface(loaded);
+    if (!argb) return 0;
+    SDL_LockSurface(argb);
+    const size_t rowWords = static_cast<size_t>(argb->pitch) / 4;
+    for (int y = 0; y < argb->h; ++y)
+        ApplyColourKey(static_cast<uint32_t*>(argb->pixels) + static_cast<size_t>(y) * rowWords,
+                       static_cast<size_t>(argb->w), colourKey);
+    SetUnpackRows(argb->pitch, argb->w, 4);
+    const GLuint tex = Upload(argb->w, argb->h, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, argb->pixels, mipmaps);
+    SDL_UnlockSurface(argb);
+    SDL_FreeSurface(argb);
     return tex;
 }
 

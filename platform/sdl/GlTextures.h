@@ -1,5 +1,6 @@
 // Pictures for the device: BMP and JPG files read with SDL2_image, the
-// colour key applied, and the result uploaded as a GL texture.
+// colour key applied, and the result uploaded as a GL texture. The decoded
+// pixels live only until the upload: the GL keeps its own copy.
 #pragma once
 
 #include <epoxy/gl.h>
@@ -28,5 +29,11 @@ size_t ApplyColourKey(uint32_t* argb, size_t count, uint32_t key);
 // (mip levels are made when asked, sampling stays on the top level as the
 // game never turns mip filtering on).
 GLuint UploadTexture(const ArgbImage& image, bool mipmaps);
+
+// Reads, keys and uploads a picture file in one go, holding at most the
+// decoded picture and one converted copy at a time (a picture without a
+// key goes up as the decoder's own 24-bit pixels). 0 when the file cannot
+// be read or decoded.
+GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps);
 
 }  // namespace qb

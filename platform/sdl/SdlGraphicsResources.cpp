@@ -31,11 +31,10 @@ SdlGraphics::VertexBuffer SdlGraphics::upload(const BlockVertex* vertices, int c
 TextureId SdlGraphics::createTextureFromFile(const std::string& path, int, int, uint32_t colourKey,
                                              bool mipmaps) {
     if (!created_) return 0;
-    ArgbImage image;
-    if (!LoadArgbImage(path, image)) return 0;
-    ApplyColourKey(image.pixels.data(), image.pixels.size(), colourKey);
+    const GLuint tex = LoadTextureFile(path, colourKey, mipmaps);
+    if (tex == 0) return 0;
     const TextureId id = nextId_++;
-    textures_[id] = UploadTexture(image, mipmaps);
+    textures_[id] = tex;
     return id;
 }
 

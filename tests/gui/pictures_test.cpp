@@ -5,6 +5,7 @@
 #include <cmath>
 #include <fstream>
 #include <iterator>
+#include <set>
 
 #include "gui/BITMAP_Loader.h"
 #include "tests/gui/GuiTestGame.h"
@@ -45,7 +46,7 @@ TEST(Pictures, EveryButtonIsKeyedAroundItsShapeAndItsRolloverMatchesIt) {
         if (s == 57 || s == 58) continue;
         GUI_Button& b = g.Button(s);
         ASSERT_GT(b.width(), 0) << s;
-        const std::string& file = t.hp.graphics.textures.at(b.Texture());
+        const std::string& file = b.PictureFile();
         const Bmp bmp = ReadBmp(file);
         ASSERT_EQ(bmp.bytes[28], 24) << file;
         const uint32_t key = (s == 29 || s == 52)   ? Gui::KeyGrey189
@@ -59,12 +60,53 @@ TEST(Pictures, EveryButtonIsKeyedAroundItsShapeAndItsRolloverMatchesIt) {
         EXPECT_GT(shown, bmp.w * bmp.h / 64) << file;  // a sixteenth of the picture at least
         if (b.Rollover()) {
             int32_t w = 0, h = 0;
-            GetBitmapSize(t.hp.graphics.textures.at(b.RolloverTexture()), w, h);
+            GetBitmapSize(b.RolloverFile(), w, h);
             EXPECT_EQ(w, b.width()) << s;
             EXPECT_EQ(h, b.height()) << s;
         }
     }
     EXPECT_GE(keyed, 50);
+}
+
+// Each screen holds on the device exactly the pictures it shows (and their
+// roll-overs), each file once however many buttons show it; a race holds
+// none; and going round the menus again and again holds no more.
+TEST(Pictures, AScreenHoldsOnlyThePicturesItShows) {
+    GuiGame t("held", 10, {1, 1, 1, 1, 1, 1});
+    ASSERT_TRUE(t.start());
+    const std::string gui = t.dir + "gui/";
+    auto held = [&] {
+        std::multiset<std::string> files;
+        for (const auto& [id, path] : t.hp.graphics.textures)
+            if (path.rfind(gui, 0) == 0) files.insert(path);
+        return files;
+    };
+    auto shown = [&] {
+        std::set<std::string> files;
+        for (int s : t.enabled()) {
+            files.insert(t.button(s).PictureFile());
+            if (!t.button(s).RolloverFile().empty()) files.insert(t.button(s).RolloverFile());
+        }
+        return std::multiset<std::string>(files.begin(), files.end());
+    };
+    const int16_t walk[] = {
+        MainMenu,          ZoneChoice, TrackChoice,  PauseMenu, Playing, InstructionsPage1, InstructionsPage2,
+        InstructionsPage3, Options,    ControlsMenu, NameEntry, MadeIt,  WatchEnd,          MainMenu};
+    for (int16_t state : walk) {
+        t.show(state);
+        EXPECT_EQ(held(), shown()) << "screen " << state;
+        if (state == Playing) {
+            EXPECT_TRUE(held().empty());
+        }
+    }
+    // All six zones complete: the zone choice shows one star picture six times.
+    t.show(ZoneChoice);
+    EXPECT_EQ(held().count(gui + "allstars_zone.bmp"), 1u);
+    const size_t live = t.hp.graphics.textures.size();
+    for (int round = 0; round < 20; ++round)
+        for (int16_t state : walk) t.show(state);
+    t.show(ZoneChoice);
+    EXPECT_EQ(t.hp.graphics.textures.size(), live);
 }
 
 TEST(Pictures, ScreensFitTheLayoutAndTheirButtonsDoNotOverlap) {
@@ -115,7 +157,7 @@ TEST(Pictures, NamesAndTimesSitOnTheBandsMadeForThem) {
          {Case{TrackChoice, 29, {1, 2, 3, 4, 5, 6}}, Case{NameEntry, 35, {1, 2}}, Case{MadeIt, 36, {1}}}) {
         t.show(c.state);
         GUI_Button& panel = t.button(c.panelSlot);
-        const Bmp bmp = ReadBmp(t.hp.graphics.textures.at(panel.Texture()));
+        const Bmp bmp = ReadBmp(panel.PictureFile());
         for (int f : c.fields) {
             const clsFontField& field = t.gui().Field(f);
             const bool dark = field.Colour() != 0xFF000000u;

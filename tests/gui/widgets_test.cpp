@@ -17,9 +17,10 @@ const std::string Gui = std::string(QUORBIT_GAME_DIR) + "/gui/";
 
 struct ButtonRig {
     HeadlessGraphics device;
+    PictureStore pictures{device};
     float offX = 0, offY = 0;
     std::vector<int16_t> sounds;
-    GUI_Button b{device, offX, offY, [this](int16_t n) { sounds.push_back(n); }};
+    GUI_Button b{pictures, offX, offY, [this](int16_t n) { sounds.push_back(n); }};
 };
 
 TEST(BitmapLoader, ReadsWidthAndHeightFromTheHeaders) {

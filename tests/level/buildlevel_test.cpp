@@ -1,6 +1,7 @@
 // Building a track's objects from its record, and drawing and moving the
 // world around the car.
 #include <filesystem>
+#include <set>
 
 #include "level/LevelRecords.h"
 #include "level/TrackObjects.h"
@@ -160,6 +161,51 @@ TEST(BuildLevel, RebuildReadsNoFileTwiceAndLoadsTheSkyOnRequest) {
     rig.track().BuildLevel(rec, true);
     EXPECT_EQ(rig.game->background->pictureName(), rig.dir + "backgrounds/bk003.jpg");
     EXPECT_NE(rig.game->background->texture(), 0u);
+}
+
+// The device holds the face textures and the sky of the track on show: a
+// new track lets go of what only the old one showed, keeps the frames of a
+// face it animates, and a sky asked for again is not read again.
+TEST(BuildLevel, ATrackHoldsOnlyTheTexturesAndTheSkyItShows) {
+    BuildRig rig("build-held");
+    test::Touch(rig.dir + "backgrounds/bk001.jpg");
+    auto held = [&] {
+        std::multiset<std::string> names;
+        for (const auto& [id, path] : rig.hp.graphics.textures)
+            names.insert(std::filesystem::path(path).filename().string());
+        return names;
+    };
+    using Names = std::multiset<std::string>;
+    const LevelRecord plain = Track(3, 1, 0, 0);
+    LevelRecord animated = Track(2, 0, 0, 0);
+    animated.Background = "bk001.jpg" + std::string(41, ' ');
+    for (BlockRecord& b : animated.Blocks) {
+        b.TextureD = 5;
+        b.TextureA = 0;
+    }
+    rig.track().BuildLevel(plain, true);
+    EXPECT_EQ(held(), (Names{"bk003.jpg", "road.bmp", "wall.bmp"}));
+
+    rig.track().BuildLevel(animated, true);
+    EXPECT_EQ(held(), (Names{"AnimationTest_1.bmp", "_default.bmp", "bk001.jpg", "road.bmp"}));
+    for (int i = 0; i < 4; ++i) rig.track().blocks[0]->UpdateAnimatedTexture();
+    const Names animating{"AnimationTest_0.bmp",
+                          "AnimationTest_1.bmp",
+                          "AnimationTest_2.bmp",
+                          "AnimationTest_3.bmp",
+                          "_default.bmp",
+                          "bk001.jpg",
+                          "road.bmp"};
+    EXPECT_EQ(held(), animating);
+    // The same track again (a restart) reads nothing, its frames included.
+    const int loads = rig.hp.graphics.texturesLoaded;
+    rig.track().BuildLevel(animated, true);
+    for (int i = 0; i < 4; ++i) rig.track().blocks[0]->UpdateAnimatedTexture();
+    EXPECT_EQ(held(), animating);
+    EXPECT_EQ(rig.hp.graphics.texturesLoaded, loads);
+
+    rig.track().BuildLevel(plain, true);
+    EXPECT_EQ(held(), (Names{"bk003.jpg", "road.bmp", "wall.bmp"}));
 }
 
 TEST(DrawWorld, DrawsFrom25BehindTo50AheadWhilePlaying) {
