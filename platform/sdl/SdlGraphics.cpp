@@ -191,10 +191,21 @@ void SdlGraphics::clear(uint32_t argbColour, float depth) {
                  (argbColour & 255) / 255.0f, 1.0f);
     glClearDepth(depth);
     glDepthMask(GL_TRUE);  // Direct3D clears depth whatever the write state
-    glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+    glClear(GL_DEPTH_BUFFER_BIT);
+    // The colour is cleared with the first drawing: a frame that starts
+    // with its backdrop's copy never needs it.
+    colourPending_ = true;
     clearColour_ = argbColour;
     clearDepth_ = depth;
     drawnSinceClear_ = false;
+}
+
+void SdlGraphics::clearColourNow() {
+    if (!colourPending_) return;
+    colourPending_ = false;
+    glClearColor(((clearColour_ >> 16) & 255) / 255.0f, ((clearColour_ >> 8) & 255) / 255.0f,
+                 (clearColour_ & 255) / 255.0f, 1.0f);
+    glClear(GL_COLOR_BUFFER_BIT);
 }
 
 void SdlGraphics::present() {
@@ -202,11 +213,25 @@ void SdlGraphics::present() {
     if (!window_.hidden()) {
         int dw = 0, dh = 0;
         const ViewRect picture = window_.drawablePicture(dw, dh);
+        clearColourNow();
         glBindFramebuffer(GL_FRAMEBUFFER, 0);
         glDisable(GL_SCISSOR_TEST);
-        glViewport(0, 0, dw, dh);
-        glClearColor(0, 0, 0, 1);
-        glClear(GL_COLOR_BUFFER_BIT);
+        if (picture.x != 0 || picture.y != 0 || picture.w != dw || picture.h != dh) {
+            glViewport(0, 0, dw, dh);
+            glClearColor(0, 0, 0, 1);
+            glClear(GL_COLOR_BUFFER_BIT);
+        }
+        if (picture.w == bufferW_ && picture.h == bufferH_) {
+            // Shown at its own size: a copy rather than a filtered drawing.
+            glBindFramebuffer(GL_READ_FRAMEBUFFER, fbo_);
+            glBlitFramebuffer(0, 0, bufferW_, bufferH_, picture.x, picture.y, picture.x + bufferW_,
+                              picture.y + bufferH_, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+            window_.swap();
+            glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
+            glViewport(0, 0, bufferW_, bufferH_);
+            text_.endFrame(++frame_);
+            return;
+        }
         glViewport(picture.x, picture.y, picture.w, picture.h);
         glDisable(GL_DEPTH_TEST);
         glDisable(GL_BLEND);
@@ -253,6 +278,7 @@ void SdlGraphics::setTextureStageState(TextureStageState state, uint32_t value) 
 }
 
 void SdlGraphics::applyStates() {
+    clearColourNow();
     drawnSinceClear_ = true;
     if (renderStates_[RenderState::ZEnable]) {
         glEnable(GL_DEPTH_TEST);
@@ -418,18 +444,18 @@ void SdlGraphics::drawBackdrop(TextureId texture, const std::array<ScreenVertex,
     BackdropKey key{texture, quad, renderStates_, {}, clearColour_, scale_, bufferW_, bufferH_};
     std::copy(std::begin(stage_), std::end(stage_), key.stage.begin());
     if (backdrop_.holds(key)) {
+        colourPending_ = false;  // the copy covers every pixel
         backdrop_.copyInto(fbo_);
     } else if (backdrop_.beginRecording(key)) {
         // Drawn over the same clear colour as the back buffer has.
-        glClearColor(((clearColour_ >> 16) & 255) / 255.0f, ((clearColour_ >> 8) & 255) / 255.0f,
-                     (clearColour_ & 255) / 255.0f, 1.0f);
-        glClear(GL_COLOR_BUFFER_BIT);
+        clearColourNow();
         drawScreenVertices(Primitive::TriangleStrip, quad.data(), 2);
         backdrop_.copyInto(fbo_);
         glViewport(0, 0, bufferW_, bufferH_);
     } else {
         glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
         glViewport(0, 0, bufferW_, bufferH_);
+        clearColourNow();
         drawScreenVertices(Primitive::TriangleStrip, quad.data(), 2);
     }
     drawnSinceClear_ = true;
@@ -439,6 +465,7 @@ void SdlGraphics::drawBackdrop(TextureId texture, const std::array<ScreenVertex,
 void SdlGraphics::drawText(FontId font, const std::string& text, int left, int top, int right, int bottom,
                            uint32_t argbColour) {
     if (!created_ || right <= left || bottom <= top) return;
+    clearColourNow();
     drawnSinceClear_ = true;
     const TextImage* img = text_.image(font, text, frame_);
     if (!img) return;

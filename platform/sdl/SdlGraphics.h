@@ -97,6 +97,7 @@ private:
     uint32_t clearColour_ = 0;
     float clearDepth_ = 1.0f;
     bool drawnSinceClear_ = true;
+    bool colourPending_ = false;
     GlBackdrop backdrop_;
     uint32_t nextId_ = 1;
 
@@ -117,6 +118,7 @@ private:
     void makeBackBuffer(int w, int h);
     void loadPixelMatrices();
     void freeBackBuffer();
+    void clearColourNow();
     void applyStates();
     void loadWorldMatrices();
     void loadScreenMatrices();

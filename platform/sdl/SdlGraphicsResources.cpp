@@ -105,6 +105,7 @@ void SdlGraphics::releaseFont(FontId font) {
 
 bool SdlGraphics::saveScreenshot(const std::string& pngPath) {
     if (!created_) return false;
+    clearColourNow();
     std::vector<uint32_t> pixels(static_cast<size_t>(bufferW_) * static_cast<size_t>(bufferH_));
     glBindFramebuffer(GL_FRAMEBUFFER, fbo_);
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
