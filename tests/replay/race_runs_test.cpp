@@ -100,14 +100,14 @@ TEST(RaceClock, ShowsTheTimeWithTheBestBesideItAndTheDifferenceAtTheFinish) {
 }
 
 TEST(Ghost, FollowsTheBestRunFrameForFrameAndChangesNothingOfTheLiveRun) {
-    // Track 12 has moving platforms and bounce pads: plenty to disturb.
-    const KeyScript best = Solution(12);
+    // Track 15 rides two moving platforms: plenty to disturb.
+    const KeyScript best = Solution(15);
     KeyScript other = best;  // a slower run with the ghost ahead of it
     other.steps.insert(other.steps.begin(), KeyStep{7, {}});
 
     SimRun withGhost(GameDir);
     std::string error;
-    ASSERT_TRUE(withGhost.Start(12, error)) << error;
+    ASSERT_TRUE(withGhost.Start(15, error)) << error;
     std::vector<SimRow> bestRows;
     Race(withGhost, best, &bestRows);
     ASSERT_TRUE(withGhost.Finished());
@@ -126,7 +126,7 @@ TEST(Ghost, FollowsTheBestRunFrameForFrameAndChangesNothingOfTheLiveRun) {
     // The same history with the ghost switched off (a click on its line of
     // the options screen) before the second run.
     SimRun alone(GameDir);
-    ASSERT_TRUE(alone.Start(12, error)) << error;
+    ASSERT_TRUE(alone.Start(15, error)) << error;
     Race(alone, best);
     alone.game().GameState = Options;
     alone.game().gui->SetupScreen(0);

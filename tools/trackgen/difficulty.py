@@ -6,9 +6,16 @@ and the plot docs/difficulty.svg, both from what the track checker measured.
         --windows --figures figures.tsv
     python3 tools/trackgen/difficulty.py figures.tsv [REPO]
 
-The difficulty of a track is its key changes plus one for every hazard the
-route meets: more to do, more to look out for. The narrowest timing window
-(--windows, slow) is listed beside it where it was measured, "-" elsewhere.
+The difficulty of a track adds up what asks for care at the keys:
+
+    key changes + 2 x hazards + 2 x (13 - narrowest window)
+
+Every key change is a move to make; a hazard the route meets (a deadly tile,
+a wall face, a platform front, a gap) is a move that costs the run when it is
+missed, so it counts twice; and every frame the tightest move has less than
+the widest window the checker measures (13 frames, six either way) is a frame
+less to be late or early in, also counted twice. Measure with --windows: a
+track without a measured window counts as having the widest.
 """
 import csv
 import glob
@@ -19,8 +26,13 @@ BEGIN = "<!-- figures: written by tools/trackgen/difficulty.py -->"
 END = "<!-- end of figures -->"
 
 
+WIDEST = 13
+
+
 def difficulty(row):
-    return int(row["key_changes"]) + int(row["hazards"])
+    window = int(row["narrowest_window"])
+    window = WIDEST if window < 0 else min(window, WIDEST)
+    return int(row["key_changes"]) + 2 * int(row["hazards"]) + 2 * (WIDEST - window)
 
 
 def track_info(repo):
@@ -61,7 +73,7 @@ def svg(rows):
     parts = ['<svg xmlns="http://www.w3.org/2000/svg" width="%d" height="%d" font-family="sans-serif" '
              'font-size="11">' % (w, h),
              '<rect width="%d" height="%d" fill="white"/>' % (w, h),
-             '<text x="%d" y="12">difficulty of tracks 1 to 60 (key changes + hazards met on the route)</text>' % left]
+             '<text x="%d" y="12">difficulty of tracks 1 to 60 (key changes + 2 x hazards + 2 x frames the narrowest window lacks of 13)</text>' % left]
     for v in range(0, high + 1, 10):
         parts.append('<line x1="%d" y1="%.1f" x2="%d" y2="%.1f" stroke="#ddd"/>' % (left, y(v), w - 10, y(v)))
         parts.append('<text x="%d" y="%.1f" text-anchor="end">%d</text>' % (left - 4, y(v) + 4, v))

@@ -411,10 +411,11 @@ class Track:
             self.hug(side, at=self.z - 16)
         self.pieces.add("falling")
 
-    def deadly_zigzag(self, sides, row=6, star=True):
+    def deadly_zigzag(self, sides, row=6, star=True, slack=8):
         """Deadly tiles across the road but for the lane along one kerb; the
-        free lane changes side from row to row."""
-        cross = 5 * (2 * self.a) + 8
+        free lane changes side from row to row. `slack` is the road left
+        over once the car has crossed: less of it, quicker changes."""
+        cross = 5 * (2 * self.a) + slack
         for s in sides:
             if s != self.side:
                 self.hug(s)

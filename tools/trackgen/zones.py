@@ -8,7 +8,7 @@ from trackkit import Track
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
 
-def t01():
+def first_drive():
     t = Track(1, "First Drive", "steer from kerb to kerb for the stars; Up alone still reaches the flag")
     t.road(30)
     t.weave_stars(200, [1, -1, 1, -1, 1])
@@ -16,19 +16,19 @@ def t01():
     return t
 
 
-def t02():
-    t = Track(2, "Mind the Gaps", "jump the gaps, each a little wider")
+def mind_the_gaps():
+    t = Track(9, "Mind the Gaps", "jump the gaps, each a little wider")
     t.road(40)
     t.hug(1, at=20)
     t.star_here(-6)
-    for g in (4, 5, 6, 7):
+    for g in (4, 5, 6):
         t.gap(g, land=30)
     t.finish()
     return t
 
 
-def t03():
-    t = Track(3, "Up and Over", "ramps up, drops down; stars high and low")
+def up_and_over():
+    t = Track(5, "Up and Over", "ramps up, drops down; stars high and low")
     t.road(50)
     t.hug(-1, at=8)
     t.star_here(-10)
@@ -42,19 +42,17 @@ def t03():
     return t
 
 
-def t04():
-    t = Track(4, "Side Streets", "the road steps sideways; hold to the kerb it moves to")
+def side_streets():
+    t = Track(2, "Side Streets", "the road steps sideways; hold to the kerb it moves to")
     t.road(30)
-    t.shift(6)
-    t.shift(-6)
-    t.shift(-6)
-    t.shift(6)
+    for dx in (4, -4, 4, -4, -6, 6):
+        t.shift(dx)
     t.finish()
     return t
 
 
-def t05():
-    t = Track(5, "Springs", "bounce pads throw the car up onto higher road")
+def springs():
+    t = Track(7, "Springs", "bounce pads throw the car up onto higher road")
     t.road(40)
     t.hug(1, at=8)
     t.star_here(-4)
@@ -66,19 +64,19 @@ def t05():
     return t
 
 
-def t06():
-    t = Track(6, "Thin Ice", "on ice the car slides on: let the kerb catch it")
+def thin_ice():
+    t = Track(3, "Thin Ice", "on ice the car slides on: let the kerb catch it")
     t.road(30)
     t.ice(60, sides=[1, -1])
     t.road(20)
-    t.ice(80, sides=[1, -1, 1])
+    t.ice(80, sides=[1, -1, 1, -1])
     t.road(20)
     t.finish()
     return t
 
 
-def t07():
-    t = Track(7, "Turbo", "turbo pads: a long jump only at full speed, then stop")
+def turbo():
+    t = Track(10, "Turbo", "turbo pads: a long jump only at full speed, then stop")
     t.road(40)
     t.hug(-1, at=8)
     t.star_here(-4)
@@ -92,8 +90,8 @@ def t07():
     return t
 
 
-def t08():
-    t = Track(8, "Crumble", "blocks that fall away: keep going")
+def crumbling():
+    t = Track(6, "Crumble", "blocks that fall away: keep going")
     t.road(40)
     t.hug(1, at=8)
     t.star_here(-4)
@@ -107,8 +105,8 @@ def t08():
     return t
 
 
-def t09():
-    t = Track(9, "Handle with Care", "deadly tiles: keep to the free lane")
+def handle_with_care():
+    t = Track(4, "Handle with Care", "deadly tiles: keep to the free lane")
     t.road(30)
     t.deadly_zigzag([1, -1, 1])
     t.road(20)
@@ -118,8 +116,8 @@ def t09():
     return t
 
 
-def t10():
-    t = Track(10, "Shuttle Service", "wait for the shuttle, drop onto it, ride it over")
+def shuttle_service():
+    t = Track(8, "Shuttle Service", "wait for the shuttle, drop onto it, ride it over")
     t.road(40)
     t.hug(1, at=8)
     t.star_here(-4)
@@ -171,19 +169,19 @@ def leap(g, dh=0):
 
 def zone2():
     return [
-        z2(11, "Stepping Stones", "islands a jump apart", [stones(3), stones(3, 6)]),
-        z2(12, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)]),
-        z2(13, "Cloud Hopper", "stones, some a step higher", [stones(2), leap(5, 1), stones(2, 6), leap(6, -1)]),
-        z2(14, "The Ferry", "two shuttles, one each way", [shuttle(), jog(4), shuttle(12, 4, 3, "left")], h=4),
-        z2(15, "Lanes in the Sky", "the road parts round holes; the stars take one side",
-           [parting(1), parting(-1), leap(6)]),
-        z2(16, "Crossings", "a shuttle, then parting ways", [shuttle(10, 3, 2), parting(-1), leap(6)], h=4),
-        z2(17, "Drift Wood", "a weave of bridges with gaps", [jog(5), leap(6), jog(-6), leap(7), jog(5)]),
-        z2(18, "High Wire", "stones and parting ways high up",
+        z2(11, "Lanes in the Sky", "the road parts round holes; the stars take one side",
+           [parting(1), leap(5), parting(-1), leap(6)]),
+        z2(12, "Long Way Round", "out to the side and back, over gaps", [jog(6), leap(7), parting(-1), jog(-6), leap(7)]),
+        z2(13, "Drift Wood", "a weave of bridges with gaps", [jog(5), leap(6), jog(-6), leap(7), jog(5)]),
+        z2(14, "Crossings", "a shuttle, then parting ways", [shuttle(10, 3, 2), parting(-1), leap(6)], h=4),
+        z2(15, "The Ferry", "two shuttles, one each way", [shuttle(), jog(4), shuttle(12, 4, 3, "left")], h=4),
+        z2(16, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)]),
+        z2(17, "High Wire", "stones and parting ways high up",
            [stones(3, 6), parting(1), stones(2, 7)], h=4),
-        z2(19, "Long Way Round", "out to the side and back, over gaps", [jog(6), leap(7), parting(-1), jog(-6), leap(7)]),
+        z2(18, "Stepping Stones", "islands a jump apart", [stones(3), stones(3, 6)]),
+        z2(19, "Cloud Hopper", "stones, some a step higher", [stones(2), leap(5, 1), stones(2, 6), leap(6, -1)]),
         z2(20, "Bridge of Sighs", "everything the sky bridges have",
-           [stones(2, 6), shuttle(12, 4, 3, "left"), parting(1), jog(-5), leap(8)], h=4),
+           [stones(3, 6), shuttle(12, 4, 3, "left"), parting(1), jog(-5), leap(8), leap(6, 1)], h=4),
     ]
 
 
@@ -215,16 +213,19 @@ def z3(n, name, idea, parts):
 
 def zone3():
     return [
-        z3(21, "Black Ice", "a long sheet of ice, kerb to kerb", [icefield(120, [1, -1, 1, -1])]),
-        z3(22, "Afterburner", "turbo jumps over widening gaps", [boost(10), flights(11, 12, 13)]),
-        z3(23, "Glacier Mouth", "ice, then a jump off its end", [icefield(60, [1, -1]), leap(5), icefield(60, [1, -1])]),
-        z3(24, "Slide Rule", "ice with a shift at each end", [jog(4), icefield(70, [-1, 1]), jog(-4), icefield(60, [1, -1])]),
-        z3(25, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
-        z3(26, "Frozen Lake", "a wide frozen lake of sliding lanes", [icefield(160, [1, -1, 1, -1, 1])]),
-        z3(27, "Cold Start", "stop, slide, jump", [icefield(60, [1, -1]), boost(12), leap(6), icefield(60, [1, -1])]),
-        z3(28, "Skid Row", "ice between deadly rows",
-           [icefield(50, [1, -1]), lambda t: t.deadly_zigzag([1, -1]), icefield(50, [1, -1]), boost(12)]),
-        z3(29, "Ice Cannon", "turbo after turbo", [boost(10), icefield(60, [1, -1]), flights(10, 12)]),
+        z3(21, "Black Ice", "a long sheet of ice, kerb to kerb", [icefield(200, [1, -1, 1, -1, 1, -1, 1, -1])]),
+        z3(22, "Slide Rule", "ice with a shift at each end",
+           [jog(4), icefield(70, [-1, 1]), jog(-4), icefield(60, [1, -1]), jog(4), icefield(60, [-1, 1])]),
+        z3(23, "Frozen Lake", "a wide frozen lake of sliding lanes",
+           [icefield(160, [1, -1, 1, -1, 1]), leap(6), icefield(100, [-1, 1, -1])]),
+        z3(24, "Glacier Mouth", "ice, then a jump off its end",
+           [icefield(60, [1, -1]), leap(5), icefield(60, [1, -1]), leap(6), icefield(50, [1, -1])]),
+        z3(25, "Skid Row", "ice between deadly rows",
+           [icefield(50, [1, -1]), lambda t: t.deadly_zigzag([1, -1, 1]), icefield(50, [1, -1]), boost(12)]),
+        z3(26, "Cold Start", "stop, slide, jump", [icefield(60, [1, -1]), boost(12), leap(6), icefield(60, [1, -1])]),
+        z3(27, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
+        z3(28, "Ice Cannon", "turbo after turbo", [boost(10), icefield(60, [1, -1]), flights(10, 12)]),
+        z3(29, "Afterburner", "turbo jumps over widening gaps", [boost(10), flights(11, 12, 13)]),
         z3(30, "Whiteout", "the whole frost run",
            [icefield(60, [1, -1]), boost(13), jog(-4), icefield(60, [1, -1, 1]), leap(7), boost(14)]),
     ]
@@ -267,17 +268,17 @@ def z4(n, name, idea, parts):
 
 def zone4():
     return [
-        z4(31, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)]),
-        z4(32, "Going Down", "steps down, falling blocks between", [stairs(3), crumble(2), down(1), crumble(2)]),
-        z4(33, "Stair Master", "a staircase of walls to jump", [stairs(4), down(2), stairs(2), down(2)]),
-        z4(34, "Rock Fall", "ramps and crumbling slopes", [rampup(3), crumble(3), rampup(3), crumble(4)]),
-        z4(35, "Cave In", "steps up to a crumbling bridge", [stairs(3), crumble(3), jog(-5), stairs(2), down(2)]),
-        z4(36, "Landslide", "down a ramp onto crumbling ground", [rampup(4), rampdown(2), crumble(2), stairs(2), down(1)]),
-        z4(37, "Tumbledown", "up the stairs, down the crumble, twice",
-           [stairs(3), crumble(3), stairs(3), crumble(3)]),
-        z4(38, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)]),
-        z4(39, "Avalanche", "stairs, shifts and crumble",
+        z4(31, "Rock Fall", "ramps and crumbling slopes", [rampup(3), crumble(3), rampup(3), crumble(4), stairs(1)]),
+        z4(32, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)]),
+        z4(33, "Going Down", "steps down, falling blocks between", [stairs(3), crumble(2), down(1), crumble(2)]),
+        z4(34, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)]),
+        z4(35, "Landslide", "down a ramp onto crumbling ground", [rampup(4), rampdown(2), crumble(2), stairs(2), down(1)]),
+        z4(36, "Cave In", "steps up to a crumbling bridge", [stairs(3), crumble(3), jog(-5), stairs(2), down(2)]),
+        z4(37, "Avalanche", "stairs, shifts and crumble",
            [stairs(2), jog(5), crumble(2), stairs(3), jog(-5), crumble(3), down(1)]),
+        z4(38, "Stair Master", "a staircase of walls to jump", [stairs(4), down(2), stairs(2), down(2)]),
+        z4(39, "Tumbledown", "up the stairs, down the crumble, twice",
+           [stairs(3), crumble(3), stairs(3), crumble(3)]),
         z4(40, "Collapse", "everything in the heights gives way",
            [rampup(3), crumble(3), stairs(3), jog(-5), crumble(3), stairs(2), rampdown(2)]),
     ]
@@ -285,8 +286,14 @@ def zone4():
 
 # --- zone 5: Deadly Garden, deadly tiles ----------------------------------------
 
-def rows(sides):
-    return lambda t: (t.deadly_zigzag(sides), t.road(10))
+def rows(sides, slack=8):
+    return lambda t: (t.deadly_zigzag(sides, slack=slack), t.road(10))
+
+
+def thorns(sides):
+    # The garden's rows come quicker than elsewhere: little road is left
+    # once the car is across.
+    return rows(sides, slack=-1)
 
 
 def island():
@@ -306,19 +313,26 @@ def z5(n, name, idea, parts):
 
 def zone5():
     return [
-        z5(41, "Thorn Hedge", "rows of thorns with a gap by one kerb", [rows([1, -1, 1, -1])]),
-        z5(42, "Narrow Escape", "thorns, then a split", [rows([-1, 1]), parting(-1), rows([1, -1])]),
-        z5(43, "Minefield", "islands of danger and rows", [rows([1]), island(), rows([-1, 1]), island()]),
-        z5(44, "Poison Path", "the path moves sideways through the thorns",
-           [rows([1, -1]), jog(4), rows([1, -1]), jog(-4)]),
-        z5(45, "The Labyrinth", "a maze of parting ways and side steps",
-           [parting(1), jog(-4), parting(-1), jog(4), parting(1)]),
-        z5(46, "Nightshade", "thorns over gaps", [rows([1, -1]), leap(6), rows([-1, 1]), leap(6)]),
-        z5(47, "Sting", "long rows, quick changes", [rows([1, -1, 1, -1, 1, -1])]),
-        z5(48, "Deadly Nightshade", "thorns up a staircase", [rows([1, -1]), stairs(2), rows([1, -1]), stairs(1)]),
-        z5(49, "Last Breath", "thorns on ice", [rows([-1, 1]), icefield(50, [1, -1]), rows([1, -1, 1])]),
+        z5(41, "The Labyrinth", "a maze of parting ways and side steps",
+           [parting(1), jog(-4), thorns([-1, 1, -1]), parting(-1), jog(4), thorns([1, -1, 1]), parting(1),
+            thorns([1, -1])]),
+        z5(42, "Narrow Escape", "thorns, then a split",
+           [thorns([-1, 1, -1, 1]), parting(-1), thorns([1, -1, 1, -1]), parting(1)]),
+        z5(43, "Poison Path", "the path moves sideways through the thorns",
+           [thorns([1, -1, 1]), jog(4), thorns([1, -1, 1]), jog(-4), thorns([-1, 1, -1])]),
+        z5(44, "Minefield", "islands of danger and rows",
+           [thorns([1, -1, 1]), island(), thorns([-1, 1, -1]), island(), thorns([1, -1, 1]), island()]),
+        z5(45, "Thorn Hedge", "rows of thorns with a gap by one kerb", [thorns([1, -1, 1, -1, 1, -1, 1, -1, 1, -1])]),
+        z5(46, "Last Breath", "thorns on ice",
+           [thorns([-1, 1, -1]), icefield(50, [1, -1]), thorns([1, -1, 1]), icefield(40, [1, -1]), thorns([1, -1, 1])]),
+        z5(47, "Sting", "long rows, quick changes", [rows([1, -1, 1, -1, 1, -1, 1, -1, 1, -1, 1], slack=-1)]),
+        z5(48, "Nightshade", "thorns over gaps",
+           [thorns([1, -1]), leap(6), thorns([-1, 1]), leap(6), thorns([1, -1]), leap(7)]),
+        z5(49, "Deadly Nightshade", "thorns up a staircase",
+           [thorns([1, -1]), stairs(2), thorns([1, -1]), stairs(2), thorns([1, -1])]),
         z5(50, "Garden of Doom", "the whole garden",
-           [rows([1, -1]), parting(1), jog(-4), rows([-1, 1]), leap(6), island(), rows([1, -1])]),
+           [thorns([1, -1]), parting(1), jog(-4), thorns([-1, 1]), leap(6), island(), thorns([1, -1]), stairs(1),
+            thorns([1, -1]), leap(6), thorns([-1, 1])]),
     ]
 
 
@@ -342,19 +356,24 @@ def z6(n, name, idea, parts):
 
 def zone6():
     return [
-        z6(51, "Trampoline", "pad after pad", [pad(1), pad(2), down(2), pad(2), down(2)]),
-        z6(52, "Pogo", "pads and gaps", [pad(2), leap(6), down(1), pad(1), leap(7)]),
-        z6(53, "Sky High", "pads up, steps down", [pad(2), pad(2), down(2), down(1), stairs(1), pad(1), down(2)]),
-        z6(54, "Spring Fever", "pads onto ice", [pad(2), icefield(50, [1, -1]), down(2), pad(2), icefield(40, [1, -1])]),
-        z6(55, "Moon Shot", "pads and turbo", [pad(2), down(2), pad(2), down(2), flights(10)]),
-        z6(56, "Rebound", "pads, crumble and thorns", [pad(3), crumble(3), rows([1, -1]), pad(2), down(2)]),
-        z6(57, "Grand Tour", "a tour of every zone",
-           [pad(2), down(2), shuttle(10, 3, 3), parting(1), icefield(40, [1, -1]), boost(12), stairs(1)]),
-        z6(58, "Ricochet", "pads, walls and side steps",
-           [pad(2), jog(5), stairs(2), down(2), pad(1), jog(-5), leap(7), down(1)]),
-        z6(59, "Everything Goes", "every piece there is",
-           [rampup(2), crumble(2), pad(2), down(2), rows([1, -1]), icefield(40, [1, -1]), boost(12),
+        z6(51, "Spring Fever", "pads onto ice",
+           [pad(2), icefield(50, [1, -1]), down(2), pad(2), icefield(40, [1, -1]), down(2), pad(1)]),
+        z6(52, "Rebound", "pads, crumble and thorns",
+           [pad(3), crumble(3), thorns([1, -1]), pad(2), down(2), thorns([1, -1])]),
+        z6(53, "Moon Shot", "pads and turbo", [pad(2), down(2), pad(2), down(2), pad(1), down(1), flights(10, 11)]),
+        z6(54, "Trampoline", "pad after pad",
+           [pad(1), pad(2), down(2), pad(2), down(2), pad(2), down(2), pad(1), down(1)]),
+        z6(55, "Sky High", "pads up, steps down",
+           [pad(2), pad(2), down(2), down(1), stairs(1), pad(1), down(2), pad(2), down(2)]),
+        z6(56, "Grand Tour", "a tour of every zone",
+           [pad(2), down(2), shuttle(10, 3, 3), parting(1), rows([1, -1]), icefield(40, [1, -1]), boost(12),
+            stairs(1)]),
+        z6(57, "Everything Goes", "every piece there is",
+           [rampup(2), crumble(2), pad(2), down(2), thorns([1, -1]), icefield(40, [1, -1]), boost(12),
             stairs(1), down(1)]),
+        z6(58, "Ricochet", "pads, walls and side steps",
+           [pad(2), jog(5), stairs(2), down(2), pad(1), jog(-5), leap(7), down(1), stairs(1), down(1)]),
+        z6(59, "Pogo", "pads and gaps", [pad(2), leap(6), down(1), pad(1), leap(7), pad(1), leap(6), pad(1), leap(7)]),
         z6(60, "Finale", "the hardest of everything",
            [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), parting(-1), rows([1, -1, 1]),
             stairs(2), down(2), leap(8), flights(11, 12)]),
@@ -362,7 +381,9 @@ def zone6():
 
 
 def zone1():
-    return [t01(), t02(), t03(), t04(), t05(), t06(), t07(), t08(), t09(), t10()]
+    # In the order they teach: steering, then the road's own ways, then jumps.
+    return [first_drive(), side_streets(), thin_ice(), handle_with_care(), up_and_over(), crumbling(), springs(),
+            shuttle_service(), mind_the_gaps(), turbo()]
 
 
 def levelled(make, length):
