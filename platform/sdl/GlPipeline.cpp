@@ -61,6 +61,26 @@ int VertexCount(Primitive type, int primitiveCount) {
     return 0;
 }
 
+bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque) {
+    auto opaque = [&](uint32_t arg) { return arg == TaTexture ? textureOpaque : diffuseOpaque; };
+    switch (op) {
+        case TopSelectArg1:
+            return opaque(arg1);
+        case TopSelectArg2:
+            return opaque(arg2);
+        case TopModulate:
+            return opaque(arg1) && opaque(arg2);
+        default:  // the diffuse alpha passes
+            return diffuseOpaque;
+    }
+}
+
+bool BlendKeepsOpaqueSource(uint32_t srcBlend, uint32_t destBlend) {
+    const bool sourceWhole = srcBlend == BlendOne || srcBlend == BlendSrcAlpha;
+    const bool destGone = destBlend == BlendZero || destBlend == BlendInvSrcAlpha;
+    return sourceWhole && destGone;
+}
+
 void GlCombine(bool alpha, uint32_t op, uint32_t arg1, uint32_t arg2) {
     const GLenum combine = alpha ? GL_COMBINE_ALPHA : GL_COMBINE_RGB;
     const GLenum src0 = alpha ? GL_SRC0_ALPHA : GL_SRC0_RGB;

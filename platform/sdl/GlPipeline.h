@@ -29,5 +29,18 @@ int VertexCount(Primitive type, int primitiveCount);
 // One half (colour or alpha) of texture stage 0 as a GL combiner. At stage 0
 // "current" is the diffuse colour.
 void GlCombine(bool alpha, uint32_t op, uint32_t arg1, uint32_t arg2);
+// Whether texture stage 0's alpha comes out fully opaque, given whether the
+// texture and the vertices' diffuse colours are.
+bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque);
+// Whether blending with these factors leaves a fully opaque source as it is:
+// then a draw may skip it, and the destination read it costs.
+bool BlendKeepsOpaqueSource(uint32_t srcBlend, uint32_t destBlend);
+// Whether every vertex colour's alpha is 255.
+template <typename Vertex>
+bool DiffuseOpaque(const Vertex* v, int count) {
+    for (int i = 0; i < count; ++i)
+        if ((v[i].diffuse >> 24) != 255u) return false;
+    return true;
+}
 
 }  // namespace qb

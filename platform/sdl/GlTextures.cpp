@@ -83,7 +83,8 @@ GLuint UploadTexture(const ArgbImage& image, bool mipmaps) {
                   mipmaps);
 }
 
-GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps) {
+GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps, bool* opaque) {
+    if (opaque) *opaque = false;
     int32_t width = 0, height = 0;
     std::string why;
     if (!CheckPictureFile(path, width, height, why)) return 0;
@@ -99,6 +100,7 @@ GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps
                                   GL_UNSIGNED_BYTE, loaded->pixels, mipmaps);
         SDL_UnlockSurface(loaded);
         SDL_FreeSurface(loaded);
+        if (opaque) *opaque = true;
         return tex;
     }
     SDL_Surface* argb = SDL_ConvertSurfaceFormat(loaded, SDL_PIXELFORMAT_ARGB8888, 0);
@@ -109,8 +111,18 @@ GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps
     for (int y = 0; y < argb->h; ++y)
         ApplyColourKey(static_cast<uint32_t*>(argb->pixels) + static_cast<size_t>(y) * rowWords,
                        static_cast<size_t>(argb->w), colourKey);
+    bool allOpaque = true;
+    for (int y = 0; y < argb->h && allOpaque; ++y) {
+        const uint32_t* row = static_cast<const uint32_t*>(argb->pixels) + static_cast<size_t>(y) * rowWords;
+        for (int x = 0; x < argb->w; ++x)
+            if ((row[x] >> 24) != 255u) {
+                allOpaque = false;
+                break;
+            }
+    }
     SetUnpackRows(argb->pitch, argb->w, 4);
     const GLuint tex = Upload(argb->w, argb->h, GL_BGRA, GL_UNSIGNED_INT_8_8_8_8_REV, argb->pixels, mipmaps);
+    if (opaque) *opaque = allOpaque && tex != 0;
     SDL_UnlockSurface(argb);
     SDL_FreeSurface(argb);
     return tex;

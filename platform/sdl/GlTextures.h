@@ -33,7 +33,8 @@ GLuint UploadTexture(const ArgbImage& image, bool mipmaps);
 // Reads, keys and uploads a picture file in one go, holding at most the
 // decoded picture and one converted copy at a time (a picture without a
 // key goes up as the decoder's own 24-bit pixels). 0 when the file cannot
-// be read or decoded.
-GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps);
+// be read or decoded. `opaque`, when given, says whether every pixel came
+// out with an alpha of one.
+GLuint LoadTextureFile(const std::string& path, uint32_t colourKey, bool mipmaps, bool* opaque = nullptr);
 
 }  // namespace qb

@@ -277,7 +277,7 @@ void SdlGraphics::setTextureStageState(TextureStageState state, uint32_t value) 
     stage_[static_cast<int>(state)] = value;
 }
 
-void SdlGraphics::applyStates() {
+void SdlGraphics::applyStates(bool diffuseOpaque) {
     clearColourNow();
     drawnSinceClear_ = true;
     if (renderStates_[RenderState::ZEnable]) {
@@ -287,7 +287,14 @@ void SdlGraphics::applyStates() {
         glDisable(GL_DEPTH_TEST);
     }
     glDepthMask(renderStates_[RenderState::ZWriteEnable] ? GL_TRUE : GL_FALSE);
-    if (renderStates_[RenderState::AlphaBlendEnable]) {
+    // The game leaves blending on after its translucent pieces; an opaque
+    // piece drawn so looks the same without it and costs less.
+    const bool textureOpaque = boundTexture_ == 0 || opaqueTextures_.count(boundTexture_) != 0;
+    const bool keeps =
+        StageAlphaOpaque(stage_[AlphaOpSlot], stage_[AlphaArg1Slot], stage_[AlphaArg2Slot], textureOpaque,
+                         diffuseOpaque) &&
+        BlendKeepsOpaqueSource(renderStates_[RenderState::SrcBlend], renderStates_[RenderState::DestBlend]);
+    if (renderStates_[RenderState::AlphaBlendEnable] && !keeps) {
         glEnable(GL_BLEND);
         glBlendFunc(GlBlendFactor(renderStates_[RenderState::SrcBlend]),
                     GlBlendFactor(renderStates_[RenderState::DestBlend]));
@@ -359,7 +366,7 @@ void SdlGraphics::drawBuffer(Primitive type, BufferId buffer, int startVertex, i
     const int n = VertexCount(type, primitiveCount);
     if (!created_ || it == buffers_.end() || n == 0 || startVertex < 0 || startVertex + n > it->second.count)
         return;
-    applyStates();
+    applyStates(it->second.opaque);
     loadWorldMatrices();
     glBindBuffer(GL_ARRAY_BUFFER, it->second.vbo);
     setArrays(nullptr);
@@ -372,7 +379,7 @@ void SdlGraphics::drawBlockVertices(Primitive type, const BlockVertex* v, int pr
     if (!created_ || n == 0) return;
     scratch_.clear();
     for (int i = 0; i < n; ++i) scratch_.push_back(FromBlockVertex(v[i]));
-    applyStates();
+    applyStates(DiffuseOpaque(v, n));
     loadWorldMatrices();
     drawScratch(GlPrimitive(type), n);
 }
@@ -388,7 +395,7 @@ void SdlGraphics::drawScreenVertices(Primitive type, const ScreenVertex* v, int 
         UnpackArgb(v[i].diffuse, g.rgba);
         scratch_.push_back(g);
     }
-    applyStates();
+    applyStates(DiffuseOpaque(v, n));
     loadScreenMatrices();
     drawScratch(GlPrimitive(type), n);
 }
@@ -401,7 +408,7 @@ void SdlGraphics::drawPointVertices(const PointVertex* v, int count) {
         UnpackArgb(v[i].diffuse, g.rgba);
         scratch_.push_back(g);
     }
-    applyStates();
+    applyStates(DiffuseOpaque(v, count));
     loadWorldMatrices();
     GLfloat range[2] = {1.0f, 64.0f};
     glGetFloatv(GL_ALIASED_POINT_SIZE_RANGE, range);
@@ -422,7 +429,7 @@ void SdlGraphics::drawMeshSubset(MeshId mesh, int subset) {
         return;
     const VertexBuffer& b = it->second.subsets[static_cast<size_t>(subset)];
     if (b.count == 0) return;
-    applyStates();
+    applyStates(b.opaque);
     loadWorldMatrices();
     glBindBuffer(GL_ARRAY_BUFFER, b.vbo);
     setArrays(nullptr);

@@ -9,6 +9,7 @@
 
 #include <cstdint>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -79,6 +80,7 @@ private:
     struct VertexBuffer {
         GLuint vbo = 0;
         int count = 0;
+        bool opaque = false;  // every vertex colour's alpha is 255
     };
     struct Mesh {
         std::vector<MeshMaterial> materials;
@@ -108,6 +110,7 @@ private:
     Matrix4 world_, view_, projection_;
 
     std::map<TextureId, GLuint> textures_;
+    std::set<TextureId> opaqueTextures_;  // no pixel with alpha below 255
     std::map<BufferId, VertexBuffer> buffers_;
     std::map<MeshId, Mesh> meshes_;
     TextRenderer text_;
@@ -119,7 +122,8 @@ private:
     void loadPixelMatrices();
     void freeBackBuffer();
     void clearColourNow();
-    void applyStates();
+    // Diffuse-opaque: every vertex colour of the draw has alpha 255.
+    void applyStates(bool diffuseOpaque);
     void loadWorldMatrices();
     void loadScreenMatrices();
     void setArrays(const GlVertex* base);

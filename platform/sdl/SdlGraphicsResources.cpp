@@ -25,16 +25,19 @@ SdlGraphics::VertexBuffer SdlGraphics::upload(const BlockVertex* vertices, int c
                  converted.data(), GL_DYNAMIC_DRAW);
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     b.count = count;
+    b.opaque = DiffuseOpaque(vertices, count);
     return b;
 }
 
 TextureId SdlGraphics::createTextureFromFile(const std::string& path, int, int, uint32_t colourKey,
                                              bool mipmaps) {
     if (!created_) return 0;
-    const GLuint tex = LoadTextureFile(path, colourKey, mipmaps);
+    bool opaque = false;
+    const GLuint tex = LoadTextureFile(path, colourKey, mipmaps, &opaque);
     if (tex == 0) return 0;
     const TextureId id = nextId_++;
     textures_[id] = tex;
+    if (opaque) opaqueTextures_.insert(id);
     return id;
 }
 
@@ -43,6 +46,7 @@ void SdlGraphics::releaseTexture(TextureId texture) {
     if (it == textures_.end()) return;
     glDeleteTextures(1, &it->second);
     textures_.erase(it);
+    opaqueTextures_.erase(texture);
 }
 
 BufferId SdlGraphics::createVertexBuffer(const BlockVertex* vertices, int count) {

@@ -173,6 +173,40 @@ TEST_F(GlDevice, ColourKeyedQuadAndTranslucentButtonBlend) {
     expectColour(350, 130, 0, 100, 64, 4);  // green * (160/255)^2 added to the backdrop
 }
 
+// The game leaves blending on after its translucent pieces, and the device
+// skips it for a piece it can prove opaque: what is not opaque, or is added
+// rather than laid over, must still blend.
+TEST_F(GlDevice, BlendingLeftOnStillBlendsAllThatIsNotOpaque) {
+    const TextureId solid =
+        device.createTextureFromFile(WriteBmp("qb_solid.bmp", 8, 8, 0x9A28C8, 0x9A28C8), 0, 0, 0, true);
+    ASSERT_NE(solid, 0u);
+    device.clear(Backdrop, 1.0f);
+    device.setRenderState(RenderState::ZWriteEnable, 0);
+    device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
+    device.setRenderState(RenderState::DestBlend, BlendInvSrcAlpha);
+    device.setTextureStageState(TextureStageState::AlphaOp, TopModulate);
+    device.setTextureStageState(TextureStageState::AlphaArg1, TaTexture);
+    device.setTextureStageState(TextureStageState::AlphaArg2, TaDiffuse);
+    device.setTexture(solid);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(100, 100, 40, 40, 0xFFFFFFFFu).data(), 2);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(200, 100, 40, 40, 0x80FFFFFFu).data(), 2);
+    // The same half-transparent colour from a vertex buffer, in front of the cube's camera.
+    const BlockVertex face[4] = {V(0, 1, 0, 0x80FFFFFF, 0, 0), V(1, 1, 0, 0x80FFFFFF, 1, 0),
+                                 V(0, 0, 0, 0x80FFFFFF, 0, 1), V(1, 0, 0, 0x80FFFFFF, 1, 1)};
+    const BufferId buffer = device.createVertexBuffer(face, 4);
+    lookAtCube();
+    device.drawBuffer(Primitive::TriangleStrip, buffer, 0, 2);
+    // Added light: an opaque source still adds to what is there.
+    device.setRenderState(RenderState::SrcBlend, BlendOne);
+    device.setRenderState(RenderState::DestBlend, BlendOne);
+    device.drawScreenVertices(Primitive::TriangleStrip, Quad(600, 100, 40, 40, 0xFFFFFFFFu).data(), 2);
+    shoot("qb_blend_on.png");
+    expectColour(120, 120, 0x9A, 0x28, 0xC8, 0);  // opaque: exactly the texel
+    expectColour(220, 120, 77, 20, 132);          // half of it over the backdrop
+    expectColour(400, 300, 77, 20, 132);
+    expectColour(620, 120, 0x9A, 0x28, 255);  // blue 200 + 64, saturated
+}
+
 TEST_F(GlDevice, TextIsCentredTopAlignedAndClipped) {
     device.clear(Backdrop, 1.0f);
     const FontId font = device.createFont("Ariel", 18, true);
