@@ -306,7 +306,7 @@ void clsShadow::Place() {
     if (buffer_ == 0)
         buffer_ = device.createVertexBuffer(vertices_.data(), VertexCount);
     else
-        device.updateVertexBuffer(buffer_, vertices_.data(), VertexCount);
+        device.updateVertexBuffer(buffer_, 0, vertices_.data(), VertexCount);
     for (Vector3& o : origins_) o.y = static_cast<float>(static_cast<double>(o.y) + 0.1);
 }
 

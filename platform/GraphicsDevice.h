@@ -105,7 +105,10 @@ public:
                                             uint32_t colourKey, bool mipmaps) = 0;
     virtual void releaseTexture(TextureId texture) = 0;
     virtual BufferId createVertexBuffer(const BlockVertex* vertices, int count) = 0;
-    virtual void updateVertexBuffer(BufferId buffer, const BlockVertex* vertices, int count) = 0;
+    // Rewrites `count` vertices from `startVertex` on; a range outside the
+    // buffer changes nothing.
+    virtual void updateVertexBuffer(BufferId buffer, int startVertex, const BlockVertex* vertices,
+                                    int count) = 0;
     virtual void releaseVertexBuffer(BufferId buffer) = 0;
     // Loads a DirectX .x mesh. Returns 0 when it cannot be read.
     virtual MeshId loadMesh(const std::string& path, int& materialCount) = 0;

@@ -62,6 +62,16 @@ void TileTopSymbol(BoxVertices& v, float sizeX, float sizeZ) {
     }
 }
 
+void DrawBoxFaces(GraphicsDevice& device, VertexSlot slot, const std::array<TextureId, 4>& textures) {
+    for (int f = 0; f < 4;) {
+        int end = f + 1;
+        while (end < 4 && textures[end] == textures[f]) ++end;
+        device.setTexture(textures[f]);
+        device.drawBuffer(Primitive::TriangleList, slot.buffer, slot.start + f * 6, (end - f) * 2);
+        f = end;
+    }
+}
+
 CollisionPlane PlaneFromPoints(const Vector3& p1, const Vector3& p2, const Vector3& p3) {
     const Vector3 n = Vec3Normalize(Vec3Cross(Vec3Subtract(p2, p1), Vec3Subtract(p3, p1)));
     return CollisionPlane{n.x, n.y, n.z, -Vec3Dot(n, p1)};

@@ -6,7 +6,9 @@
 #include <array>
 #include <cstdint>
 
+#include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
+#include "world/VertexPool.h"
 
 namespace qb {
 
@@ -29,6 +31,10 @@ void TileBoxZ(BoxVertices& v, float sizeZ, uint8_t sideScale, uint8_t topScale);
 // the driver's seat).
 constexpr float SymbolTileMax = 4.0f;
 void TileTopSymbol(BoxVertices& v, float sizeX, float sizeZ);
+
+// Draws the four faces of a box whose vertices are in `slot`, one call for
+// each run of neighbouring faces that show the same texture.
+void DrawBoxFaces(GraphicsDevice& device, VertexSlot slot, const std::array<TextureId, 4>& textures);
 
 // normalize((p2 - p1) x (p3 - p1)), d = -(normal . p1)
 CollisionPlane PlaneFromPoints(const Vector3& p1, const Vector3& p2, const Vector3& p3);

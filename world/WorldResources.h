@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "platform/GraphicsDevice.h"
+#include "world/VertexPool.h"
 
 namespace qb {
 
@@ -25,7 +26,7 @@ struct SharedMesh {
 
 class WorldResources {
 public:
-    explicit WorldResources(GraphicsDevice& device) : device(device) {}
+    explicit WorldResources(GraphicsDevice& device) : device(device), vertices(device) {}
     ~WorldResources();
     WorldResources(const WorldResources&) = delete;
     WorldResources& operator=(const WorldResources&) = delete;
@@ -47,6 +48,9 @@ public:
     int texturesHeld() const { return static_cast<int>(textures_.size()); }
 
     GraphicsDevice& device;
+    // The slots the track's boxes and ramps keep their vertices in. They
+    // outlive clear(): objects still standing keep theirs.
+    VertexPool vertices;
     std::string TexturesPath;                    // folder of the face textures, ends with '/'
     std::string SkinsPath;                       // folder of the model skins, ends with '/'
     const AnimatedTextures* animated = nullptr;  // frame table for animated faces

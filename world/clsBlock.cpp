@@ -29,7 +29,7 @@ void CheckPlane(int planenumber, int count) {
 clsBlock::clsBlock(WorldResources& resources) : res_(resources) {}
 
 clsBlock::~clsBlock() {
-    if (buffer_ != 0) res_.device.releaseVertexBuffer(buffer_);
+    res_.vertices.give(slot_);
 }
 
 void clsBlock::Bounce() {
@@ -53,10 +53,7 @@ void clsBlock::draw(float blend) {
     world.m[3][1] = Lerp(drawnY_, y_, blend);
     world.m[3][2] = z_;
     device.setTransform(TransformKind::World, world);
-    for (int f = 0; f < 4; ++f) {
-        device.setTexture(faces_[f].texture);
-        device.drawBuffer(Primitive::TriangleList, buffer_, f * 6, 2);
-    }
+    DrawBoxFaces(device, slot_, {faces_[0].texture, faces_[1].texture, faces_[2].texture, faces_[3].texture});
 }
 
 void clsBlock::Advance(const WorldFrame& frame) {
@@ -173,11 +170,8 @@ void clsBlock::UpdateCollisionPlanes() {
 }
 
 void clsBlock::UploadVertices() {
-    // Refilling the existing buffer shows the same as replacing it, cheaper.
-    if (buffer_ != 0)
-        res_.device.updateVertexBuffer(buffer_, vertices_.data(), VertexCount);
-    else
-        buffer_ = res_.device.createVertexBuffer(vertices_.data(), VertexCount);
+    if (slot_.buffer == 0) slot_ = res_.vertices.take();
+    res_.vertices.write(slot_, vertices_.data(), VertexCount);
 }
 
 FaceCorners clsBlock::GetFaceCorners(int planenumber) const {

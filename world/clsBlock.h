@@ -14,6 +14,7 @@
 
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
+#include "world/VertexPool.h"
 #include "world/WorldFrame.h"
 
 namespace qb {
@@ -96,7 +97,7 @@ public:
     bool isAnimated(int faceIndex) const { return faces_.at(faceIndex).animated; }
     TextureId faceTexture(int faceIndex) const { return faces_.at(faceIndex).texture; }
     const BlockVertex* vertices() const { return vertices_.data(); }
-    BufferId vertexBuffer() const { return buffer_; }
+    VertexSlot vertexSlot() const { return slot_; }
 
 private:
     struct Face {
@@ -113,7 +114,7 @@ private:
     uint8_t scaleTextureSide_ = 0, scaleTextureTop_ = 0;
     std::array<CollisionPlane, 5> planes_{};
     std::array<Face, 4> faces_{};
-    BufferId buffer_ = 0;
+    VertexSlot slot_;
     uint8_t actionCode_ = 0;
     bool falling_ = false, bouncing_ = false;
     float bouncePhase_ = 0, bounceBase_ = 0, fallvel_ = 0;

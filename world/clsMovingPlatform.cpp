@@ -22,7 +22,7 @@ float Round3(float value) {
 clsMovingPlatform::clsMovingPlatform(WorldResources& resources) : res_(resources) {}
 
 clsMovingPlatform::~clsMovingPlatform() {
-    if (buffer_ != 0) res_.device.releaseVertexBuffer(buffer_);
+    res_.vertices.give(slot_);
 }
 
 void clsMovingPlatform::StartAnimation() {
@@ -61,10 +61,7 @@ void clsMovingPlatform::draw(float blend) {
     world.m[3][1] = y_;
     world.m[3][2] = z_;
     device.setTransform(TransformKind::World, world);
-    for (int f = 0; f < 4; ++f) {
-        device.setTexture(faces_[f].texture);
-        device.drawBuffer(Primitive::TriangleList, buffer_, f * 6, 2);
-    }
+    DrawBoxFaces(device, slot_, {faces_[0].texture, faces_[1].texture, faces_[2].texture, faces_[3].texture});
 }
 
 Vector3 clsMovingPlatform::GetVelocity() const {
@@ -205,10 +202,8 @@ void clsMovingPlatform::GetCollisionPlaneBounds(int planenumber, Vector3& greate
 }
 
 void clsMovingPlatform::UploadVertices() {
-    if (buffer_ != 0)
-        res_.device.updateVertexBuffer(buffer_, vertices_.data(), 24);
-    else
-        buffer_ = res_.device.createVertexBuffer(vertices_.data(), 24);
+    if (slot_.buffer == 0) slot_ = res_.vertices.take();
+    res_.vertices.write(slot_, vertices_.data(), static_cast<int>(vertices_.size()));
 }
 
 void clsMovingPlatform::UpdateCollisionPlanes() {

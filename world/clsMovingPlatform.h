@@ -10,6 +10,7 @@
 
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
+#include "world/VertexPool.h"
 
 namespace qb {
 
@@ -94,6 +95,7 @@ public:
     Vector3 origin() const { return origin_; }
     TextureId faceTexture(int faceIndex) const { return faces_.at(faceIndex).texture; }
     const BlockVertex* vertices() const { return vertices_.data(); }
+    VertexSlot vertexSlot() const { return slot_; }
 
 private:
     struct Face {
@@ -109,7 +111,7 @@ private:
     uint8_t scaleTextureSide_ = 0, scaleTextureTop_ = 0;
     std::array<CollisionPlane, 5> planes_{};
     std::array<Face, 4> faces_{};
-    BufferId buffer_ = 0;
+    VertexSlot slot_;
     uint8_t actionCode_ = 0;
     uint8_t speed_ = 0, dir_ = 0, dist_ = 0;
     bool loopBack_ = false;

@@ -67,7 +67,7 @@ float EdgeLength(Edge e, float across, float along, float up) {
 clsRamp::clsRamp(WorldResources& resources) : res_(resources) {}
 
 clsRamp::~clsRamp() {
-    if (buffer_ != 0) res_.device.releaseVertexBuffer(buffer_);
+    res_.vertices.give(slot_);
 }
 
 void clsRamp::buildVertices() {
@@ -124,10 +124,14 @@ void clsRamp::draw() {
     world.m[3][2] = z_;
     device.setTransform(TransformKind::World, world);
     device.setTexture(faces_[0].texture);
-    device.drawBuffer(Primitive::TriangleList, buffer_, 0, 2);
+    if (faces_[1].texture == faces_[0].texture) {
+        device.drawBuffer(Primitive::TriangleList, slot_.buffer, slot_.start, 6);
+        return;
+    }
+    device.drawBuffer(Primitive::TriangleList, slot_.buffer, slot_.start, 2);
     // Both side triangles and the end wall share texture B: one call.
     device.setTexture(faces_[1].texture);
-    device.drawBuffer(Primitive::TriangleList, buffer_, 6, 4);
+    device.drawBuffer(Primitive::TriangleList, slot_.buffer, slot_.start + 6, 4);
 }
 
 void clsRamp::Texture(const std::string& Name, const std::string& face, const std::string& TextureDir) {
@@ -241,10 +245,8 @@ void clsRamp::GetCollisionPlaneBounds(int planenumber, Vector3& greatest, Vector
 }
 
 void clsRamp::UploadVertices() {
-    if (buffer_ != 0)
-        res_.device.updateVertexBuffer(buffer_, vertices_.data(), VertexCount);
-    else
-        buffer_ = res_.device.createVertexBuffer(vertices_.data(), VertexCount);
+    if (slot_.buffer == 0) slot_ = res_.vertices.take();
+    res_.vertices.write(slot_, vertices_.data(), VertexCount);
 }
 
 FaceCorners clsRamp::GetFaceCorners(int planenumber) const {

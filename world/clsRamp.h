@@ -15,6 +15,7 @@
 
 #include "platform/GraphicsDevice.h"
 #include "platform/Types.h"
+#include "world/VertexPool.h"
 
 namespace qb {
 
@@ -68,6 +69,7 @@ public:
     bool isSelected() const { return selected_; }
     TextureId faceTexture(int faceIndex) const { return faces_.at(faceIndex).texture; }
     const BlockVertex* vertices() const { return vertices_.data(); }
+    VertexSlot vertexSlot() const { return slot_; }
 
 private:
     struct Face {
@@ -84,7 +86,7 @@ private:
     uint8_t rotation_ = 0;
     std::array<Face, 2> faces_{};
     bool selected_ = false;
-    BufferId buffer_ = 0;
+    VertexSlot slot_;
     std::array<CollisionPlane, 6> planes_{};
 };
 

@@ -74,8 +74,14 @@ BufferId HeadlessGraphics::createVertexBuffer(const BlockVertex* vertices, int c
     return id;
 }
 
-void HeadlessGraphics::updateVertexBuffer(BufferId buffer, const BlockVertex* vertices, int count) {
-    buffers[buffer].assign(vertices, vertices + count);
+void HeadlessGraphics::updateVertexBuffer(BufferId buffer, int startVertex, const BlockVertex* vertices,
+                                          int count) {
+    auto it = buffers.find(buffer);
+    if (it == buffers.end() || startVertex < 0 || count < 0 ||
+        static_cast<size_t>(startVertex) + static_cast<size_t>(count) > it->second.size())
+        return;
+    std::copy(vertices, vertices + count, it->second.begin() + startVertex);
+    verticesUpdated += count;
 }
 
 MeshId HeadlessGraphics::loadMesh(const std::string& path, int& materialCount) {
@@ -97,7 +103,8 @@ FontId HeadlessGraphics::createFont(const std::string& face, int sizePoints, boo
     return id;
 }
 
-void HeadlessGraphics::drawBuffer(Primitive, BufferId, int, int primitiveCount) {
+void HeadlessGraphics::drawBuffer(Primitive, BufferId buffer, int startVertex, int primitiveCount) {
+    lastBufferDraw = BufferDraw{buffer, startVertex, primitiveCount};
     ++drawCalls;
     primitivesDrawn += primitiveCount;
 }

@@ -70,7 +70,8 @@ public:
                                     bool mipmaps) override;
     void releaseTexture(TextureId texture) override { textures.erase(texture); }
     BufferId createVertexBuffer(const BlockVertex* vertices, int count) override;
-    void updateVertexBuffer(BufferId buffer, const BlockVertex* vertices, int count) override;
+    void updateVertexBuffer(BufferId buffer, int startVertex, const BlockVertex* vertices,
+                            int count) override;
     void releaseVertexBuffer(BufferId buffer) override { buffers.erase(buffer); }
     MeshId loadMesh(const std::string& path, int& materialCount) override;
     MeshMaterial meshMaterial(MeshId mesh, int index) override;
@@ -87,6 +88,11 @@ public:
                   uint32_t argbColour) override;
 
     std::map<BufferId, std::vector<BlockVertex>> buffers;
+    int verticesUpdated = 0;  // by updateVertexBuffer, in total
+    struct BufferDraw {
+        BufferId buffer = 0;
+        int startVertex = 0, primitives = 0;
+    } lastBufferDraw;
     std::map<FontId, std::string> fonts;
     std::vector<PointVertex> points;  // the last point list drawn
 

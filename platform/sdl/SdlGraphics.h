@@ -54,7 +54,8 @@ public:
                                     bool mipmaps) override;
     void releaseTexture(TextureId texture) override;
     BufferId createVertexBuffer(const BlockVertex* vertices, int count) override;
-    void updateVertexBuffer(BufferId buffer, const BlockVertex* vertices, int count) override;
+    void updateVertexBuffer(BufferId buffer, int startVertex, const BlockVertex* vertices,
+                            int count) override;
     void releaseVertexBuffer(BufferId buffer) override;
     // Materials carry the texture file names as stored in the .x file; the
     // caller loads them (from the skins folder) and binds them per subset.

@@ -56,11 +56,18 @@ BufferId SdlGraphics::createVertexBuffer(const BlockVertex* vertices, int count)
     return id;
 }
 
-void SdlGraphics::updateVertexBuffer(BufferId buffer, const BlockVertex* vertices, int count) {
+void SdlGraphics::updateVertexBuffer(BufferId buffer, int startVertex, const BlockVertex* vertices,
+                                     int count) {
     auto it = buffers_.find(buffer);
-    if (it == buffers_.end()) return;
-    glDeleteBuffers(1, &it->second.vbo);
-    it->second = upload(vertices, count);
+    if (it == buffers_.end() || startVertex < 0 || count <= 0 || startVertex > it->second.count - count)
+        return;
+    scratch_.clear();
+    for (int i = 0; i < count; ++i) scratch_.push_back(FromBlockVertex(vertices[i]));
+    glBindBuffer(GL_ARRAY_BUFFER, it->second.vbo);
+    glBufferSubData(
+        GL_ARRAY_BUFFER, static_cast<GLintptr>(startVertex) * static_cast<GLintptr>(sizeof(GlVertex)),
+        static_cast<GLsizeiptr>(count) * static_cast<GLsizeiptr>(sizeof(GlVertex)), scratch_.data());
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
 void SdlGraphics::releaseVertexBuffer(BufferId buffer) {

@@ -142,7 +142,7 @@ TEST(BuildLevel, EmptyKindsKeepTheirOldListsUnseen) {
     // Drawing and moving never touch the left-overs.
     rig.hp.graphics.drawCalls = 0;
     rig.game->DrawWorld(true);
-    EXPECT_EQ(rig.hp.graphics.drawCalls, 1 + 4);  // sky, one block
+    EXPECT_EQ(rig.hp.graphics.drawCalls, 1 + 2);  // sky, one block: face A, then B to D in one call
     const float before = rig.track().platforms[0]->Xpos();
     rig.game->MovePlatforms();
     EXPECT_FLOAT_EQ(rig.track().platforms[0]->Xpos(), before);
@@ -156,8 +156,9 @@ TEST(BuildLevel, RebuildReadsNoFileTwiceAndLoadsTheSkyOnRequest) {
     EXPECT_LE(loads, 4);
     for (int i = 0; i < 5; ++i) rig.track().BuildLevel(rec, false);
     EXPECT_EQ(rig.hp.graphics.texturesLoaded, loads);
-    // Old objects gave their vertex buffers back.
-    EXPECT_EQ(rig.hp.graphics.buffers.size(), 56u);
+    // Old objects gave their vertex slots back; all of them share one buffer.
+    EXPECT_EQ(rig.track().resources().vertices.slotsInUse(), 56);
+    EXPECT_EQ(rig.hp.graphics.buffers.size(), 1u);
     rig.track().BuildLevel(rec, true);
     EXPECT_EQ(rig.game->background->pictureName(), rig.dir + "backgrounds/bk003.jpg");
     EXPECT_NE(rig.game->background->texture(), 0u);
@@ -233,12 +234,13 @@ TEST(DrawWorld, DrawsFrom25BehindTo50AheadWhilePlaying) {
     rig.game->DrawWorld(false);
     // Blocks at -27 (reaching -25, not beyond -24), 0 and 50.5 (rounded to 50) are
     // drawn; -30, 51 and 80 are not. Ramps at 0 and 50 are drawn, at 51 not.
-    // Stars are always drawn.
-    EXPECT_EQ(g.drawCalls, 1 + 4 * 2 + 2 * 2 + 1);
+    // Stars are always drawn. Each block and ramp is one call: its faces
+    // share one texture.
+    EXPECT_EQ(g.drawCalls, 1 + 2 + 2 + 1);
     g.drawCalls = 0;
     rig.game->GameState = TrackChoice;
     rig.game->DrawWorld(true);
-    EXPECT_EQ(g.drawCalls, 1 + 4 * 6 + 2 * 3 + 1);
+    EXPECT_EQ(g.drawCalls, 1 + 6 + 3 + 1);
 }
 
 TEST(DrawWorld, OnlyPlayMovesFallingBlocksAndSpinningStars) {

@@ -31,7 +31,7 @@ TEST(Block, TexturesRepeatPerUnitUnlessTheTrackFixesTheCount) {
     EXPECT_FLOAT_EQ(v[20].v, 5);
     EXPECT_FLOAT_EQ(v[18].v, 0);
     // The uploaded buffer holds the same vertices.
-    EXPECT_FLOAT_EQ(rig.device.buffers[b.vertexBuffer()][19].u, 3);
+    EXPECT_FLOAT_EQ(rig.device.buffers[b.vertexSlot().buffer][b.vertexSlot().start + 19].u, 3);
 
     clsBlock fixed(rig.res);
     fixed.create(0, 0, 0, 3, 2, 5);
