@@ -66,7 +66,10 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
         return k >= 0 && k < static_cast<int>(chosen.size()) ? chosen[k] : chosen[0];
     };
 
+    // A list the new track replaces goes before the new one is made: a track
+    // rebuilt at every restart never holds two tracks' objects at once.
     const int32_t B = Upper(record.BlockUpper, record.Blocks);
+    blocks.clear();
     std::vector<std::unique_ptr<clsBlock>> newBlocks(B + 1 > 0 ? B + 1 : 0);
     for (int32_t i = 0; i <= B; ++i) {
         const BlockRecord& b = record.Blocks[i];
@@ -87,6 +90,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
 
     const int32_t R = Upper(record.RampUpper, record.Ramps);
     if (R >= 0) {
+        ramps.clear();
         std::vector<std::unique_ptr<clsRamp>> list(R + 1);
         for (int32_t i = 0; i <= R; ++i) {
             const RampRecord& r = record.Ramps[i];
@@ -108,6 +112,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
 
     const int32_t P = Upper(record.PlatformUpper, record.Platforms);
     if (P >= 0) {
+        platforms.clear();
         std::vector<std::unique_ptr<clsMovingPlatform>> list(P + 1);
         for (int32_t i = 0; i <= P; ++i) {
             const MovingPlatformRecord& m = record.Platforms[i];
@@ -136,6 +141,7 @@ void TrackObjects::BuildLevel(const LevelRecord& record, bool loadBackground) {
 
     const int32_t S = Upper(record.StarUpper, record.Stars);
     if (S >= 0) {
+        stars.clear();
         const std::string model = game_.platform.paths.gameDir + "models/orb.x";
         std::vector<std::unique_ptr<clsStar>> list(S + 1);
         for (int32_t i = 0; i <= S; ++i) {

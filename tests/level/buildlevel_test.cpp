@@ -209,6 +209,20 @@ TEST(BuildLevel, ATrackHoldsOnlyTheTexturesAndTheSkyItShows) {
     EXPECT_EQ(held(), (Names{"bk003.jpg", "road.bmp", "wall.bmp"}));
 }
 
+// Every restart rebuilds the track: the old objects give their vertex slots
+// back before the new ones take theirs, so a big track never needs room for
+// two copies of itself.
+TEST(BuildLevel, ARebuiltTrackTakesTheSlotsTheOldOneGaveBack) {
+    BuildRig rig("build-slots");
+    const LevelRecord rec = Track(1500, 300, 300, 0);
+    rig.track().BuildLevel(rec, false);
+    const size_t buffers = rig.hp.graphics.buffers.size();
+    EXPECT_EQ(buffers, 3u);  // 2 100 slots of 1 024 a buffer
+    for (int i = 0; i < 3; ++i) rig.track().BuildLevel(rec, false);
+    EXPECT_EQ(rig.hp.graphics.buffers.size(), buffers);
+    EXPECT_EQ(rig.track().resources().vertices.slotsInUse(), 2100);
+}
+
 TEST(DrawWorld, DrawsFrom25BehindTo50AheadWhilePlaying) {
     BuildRig rig("draw-range");
     LevelRecord rec = Track(0, 0, 0, 0);
