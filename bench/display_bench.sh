@@ -69,8 +69,12 @@ for run in $(seq "$runs"); do
   (cd "$game" && SWAP_COUNTER_FILE="$work/swaps" LD_PRELOAD="$work/swap_counter.so" exec ./quorbit) \
     >"$work/game.log" 2>&1 &
   pid=$!
-  xdotool search --sync --name Quorbit >/dev/null
+  win=$(xdotool search --sync --name Quorbit | head -1)
   sleep 4
+  # Xvfb has no window manager, so the full-screen window keeps its first
+  # size; give it the screen as a window manager would.
+  xdotool windowsize "$win" 1024 768 windowmove "$win" 0 0
+  sleep 1
   # The pointer rests away from every button, as a player's would.
   xdotool mousemove 1 1
   sleep 1
