@@ -300,9 +300,9 @@ def island():
     return lambda t: (t.deadly_island(), t.road(16))
 
 
-def z5(n, name, idea, parts):
+def z5(n, name, idea, parts, a=3):
     t = Track(n, name, idea)
-    t.a = 3
+    t.a = a
     t.road(30)
     for p in parts:
         p(t)
@@ -316,12 +316,12 @@ def zone5():
         z5(41, "The Labyrinth", "a maze of parting ways and side steps",
            [parting(1), jog(-4), thorns([-1, 1, -1]), parting(-1), jog(4), thorns([1, -1, 1]), parting(1),
             thorns([1, -1])]),
-        z5(42, "Narrow Escape", "thorns, then a split",
-           [thorns([-1, 1, -1, 1]), parting(-1), thorns([1, -1, 1, -1]), parting(1)]),
-        z5(43, "Poison Path", "the path moves sideways through the thorns",
+        z5(42, "Minefield", "islands of danger and rows",
+           [thorns([1, -1, 1]), island(), thorns([-1, 1, -1]), island(), thorns([1, -1, 1]), island()], a=4),
+        z5(43, "Narrow Escape", "thorns, then a split",
+           [thorns([-1, 1, -1, 1]), parting(-1), thorns([1, -1, 1, -1]), parting(1)], a=2),
+        z5(44, "Poison Path", "the path moves sideways through the thorns",
            [thorns([1, -1, 1]), jog(4), thorns([1, -1, 1]), jog(-4), thorns([-1, 1, -1])]),
-        z5(44, "Minefield", "islands of danger and rows",
-           [thorns([1, -1, 1]), island(), thorns([-1, 1, -1]), island(), thorns([1, -1, 1]), island()]),
         z5(45, "Thorn Hedge", "rows of thorns with a gap by one kerb", [thorns([1, -1, 1, -1, 1, -1, 1, -1, 1, -1])]),
         z5(46, "Last Breath", "thorns on ice",
            [thorns([-1, 1, -1]), icefield(50, [1, -1]), thorns([1, -1, 1]), icefield(40, [1, -1]), thorns([1, -1, 1])]),
@@ -342,8 +342,9 @@ def pad(rise, gap=8):
     return lambda t: (t.bounce(rise, gap=gap), t.road(6))
 
 
-def z6(n, name, idea, parts):
+def z6(n, name, idea, parts, a=2):
     t = Track(n, name, idea)
+    t.a = a
     t.road(40)
     t.hug(-1, at=8)
     t.star_here(-4)
@@ -362,9 +363,9 @@ def zone6():
            [pad(3), crumble(3), thorns([1, -1]), pad(2), down(2), thorns([1, -1])]),
         z6(53, "Moon Shot", "pads and turbo", [pad(2), down(2), pad(2), down(2), pad(1), down(1), flights(10, 11)]),
         z6(54, "Trampoline", "pad after pad",
-           [pad(1), pad(2), down(2), pad(2), down(2), pad(2), down(2), pad(1), down(1)]),
+           [pad(1), pad(2), down(2), pad(2), down(2), pad(2), down(2), pad(1), down(1)], a=3),
         z6(55, "Sky High", "pads up, steps down",
-           [pad(2), pad(2), down(2), down(1), stairs(1), pad(1), down(2), pad(2), down(2)]),
+           [pad(2), jog(5), pad(2), down(2), down(1), stairs(1), jog(-5), pad(1), down(2), pad(2), down(2)]),
         z6(56, "Grand Tour", "a tour of every zone",
            [pad(2), down(2), shuttle(10, 3, 3), parting(1), rows([1, -1]), icefield(40, [1, -1]), boost(12),
             stairs(1)]),
