@@ -253,8 +253,9 @@ def down(dh):
     return lambda t: t.drop(dh, land=24)
 
 
-def z4(n, name, idea, parts):
+def z4(n, name, idea, parts, a=2):
     t = Track(n, name, idea)
+    t.a = a
     t.road(40)
     t.hug(1, at=8)
     t.star_here(-4)
@@ -269,16 +270,16 @@ def z4(n, name, idea, parts):
 def zone4():
     return [
         z4(31, "Rock Fall", "ramps and crumbling slopes", [rampup(3), crumble(3), rampup(3), crumble(4), stairs(1)]),
-        z4(32, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)]),
+        z4(32, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)], a=3),
         z4(33, "Going Down", "steps down, falling blocks between", [stairs(3), crumble(2), down(1), crumble(2)]),
-        z4(34, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)]),
+        z4(34, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)], a=3),
         z4(35, "Landslide", "down a ramp onto crumbling ground", [rampup(4), rampdown(2), crumble(2), stairs(2), down(1)]),
         z4(36, "Cave In", "steps up to a crumbling bridge", [stairs(3), crumble(3), jog(-5), stairs(2), down(2)]),
         z4(37, "Avalanche", "stairs, shifts and crumble",
            [stairs(2), jog(5), crumble(2), stairs(3), jog(-5), crumble(3), down(1)]),
         z4(38, "Stair Master", "a staircase of walls to jump", [stairs(4), down(2), stairs(2), down(2)]),
         z4(39, "Tumbledown", "up the stairs, down the crumble, twice",
-           [stairs(3), crumble(3), stairs(3), crumble(3)]),
+           [stairs(3), crumble(3), stairs(3), crumble(3)], a=3),
         z4(40, "Collapse", "everything in the heights gives way",
            [rampup(3), crumble(3), stairs(3), jog(-5), crumble(3), stairs(2), rampdown(2)]),
     ]
