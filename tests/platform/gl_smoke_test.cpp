@@ -119,6 +119,31 @@ TEST_F(GlDevice, BlockFrontFaceShowsAndBackWindingIsCulled) {
     expectColour(400, 300 - 135, 0, 0, 64);
 }
 
+// Track objects share buffers: each rewrites and draws its own range only.
+TEST_F(GlDevice, ARangeOfASharedBufferIsRewrittenInPlaceAndTheRestKept) {
+    auto face = [](uint32_t colour) {
+        return std::array<BlockVertex, 6>{V(0, 1, 0, colour, 0, 0), V(1, 1, 0, colour, 1, 0),
+                                          V(0, 0, 0, colour, 0, 1), V(1, 1, 0, colour, 1, 0),
+                                          V(1, 0, 0, colour, 1, 1), V(0, 0, 0, colour, 0, 1)};
+    };
+    const std::array<BlockVertex, 12> blank{};
+    const BufferId buffer = device.createVertexBuffer(blank.data(), 12);
+    device.updateVertexBuffer(buffer, 6, face(0xFF00FF00).data(), 6);
+    device.updateVertexBuffer(buffer, 0, face(0xFFFF0000).data(), 6);
+    device.updateVertexBuffer(buffer, 8, face(0xFFFF0000).data(), 6);  // past the end: ignored
+    device.clear(Backdrop, 1.0f);
+    lookAtCube();
+    device.setTexture(0);
+    device.drawBuffer(Primitive::TriangleList, buffer, 6, 2);
+    shoot("qb_range.png");
+    expectColour(400, 300, 0, 255, 0);
+    device.setTransform(TransformKind::World, MatrixTranslation(-1.0f, 0, 0));
+    device.drawBuffer(Primitive::TriangleList, buffer, 0, 2);
+    shoot("qb_range2.png");
+    expectColour(400 - 240, 300, 255, 0, 0);
+    expectColour(400, 300, 0, 255, 0);
+}
+
 TEST_F(GlDevice, NearerGeometryHidesFartherAndScreenDepthCounts) {
     const BlockVertex nearQuad[4] = {V(0, 1, 0, 0xFF00FF00, 0, 0), V(1, 1, 0, 0xFF00FF00, 1, 0),
                                      V(0, 0, 0, 0xFF00FF00, 0, 1), V(1, 0, 0, 0xFF00FF00, 1, 1)};
