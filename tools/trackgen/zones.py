@@ -131,8 +131,9 @@ def shuttle_service():
 
 # --- zone 2: Sky Bridges, gaps, stones, shuttles and parting ways ------------
 
-def z2(n, name, idea, parts, h=3):
+def z2(n, name, idea, parts, h=3, a=2):
     t = Track(n, name, idea)
+    t.a = a
     t.road(30)
     t.hug(1, at=12)
     t.ramp_up(h, land=20)
@@ -175,7 +176,7 @@ def zone2():
         z2(13, "Drift Wood", "a weave of bridges with gaps", [jog(5), leap(6), jog(-6), leap(7), jog(5)]),
         z2(14, "Crossings", "a shuttle, then parting ways", [shuttle(10, 3, 2), parting(-1), leap(6)], h=4),
         z2(15, "The Ferry", "two shuttles, one each way", [shuttle(), jog(4), shuttle(12, 4, 3, "left")], h=4),
-        z2(16, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)]),
+        z2(16, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)], a=1),
         z2(17, "High Wire", "stones and parting ways high up",
            [stones(3, 6), parting(1), stones(2, 7)], h=4),
         z2(18, "Stepping Stones", "islands a jump apart", [stones(3), stones(3, 6)]),
