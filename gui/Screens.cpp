@@ -158,10 +158,13 @@ void Gui::SetupScreen(int Direction) {
                 const LevelStructure& lv = *game_.levels;
                 const int32_t stars =
                     lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
-                AddField(2, 390, 440, PanelBandLeft, PanelBandRight, 18, 255, 255, 0,
+                // Above the time band, where the panel has room; the line
+                // against the best run goes under the band, above the hint.
+                AddField(2, 290, 320, PanelBandLeft, PanelBandRight, 18, 255, 255, 0,
                          "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars));
             }
-            AddField(3, 440, 490, PanelBandLeft, PanelBandRight, 18, 0, 0, 0, "");  // against the best run
+            AddField(3, 391, 415, PanelBandLeft, PanelBandRight, 13, 255, 255, 255,
+                     "");  // against the best run
             break;
         case Options:
             SetupOptions(again);
