@@ -148,22 +148,6 @@ TEST(BuildLevel, EmptyKindsKeepTheirOldListsUnseen) {
     EXPECT_FLOAT_EQ(rig.track().platforms[0]->Xpos(), before);
 }
 
-TEST(BuildLevel, RebuildReadsNoFileTwiceAndLoadsTheSkyOnRequest) {
-    BuildRig rig("build-again");
-    const LevelRecord rec = Track(50, 3, 3, 10);
-    rig.track().BuildLevel(rec, false);
-    const int loads = rig.hp.graphics.texturesLoaded;
-    EXPECT_LE(loads, 4);
-    for (int i = 0; i < 5; ++i) rig.track().BuildLevel(rec, false);
-    EXPECT_EQ(rig.hp.graphics.texturesLoaded, loads);
-    // Old objects gave their vertex slots back; all of them share one buffer.
-    EXPECT_EQ(rig.track().resources().vertices.slotsInUse(), 56);
-    EXPECT_EQ(rig.hp.graphics.buffers.size(), 1u);
-    rig.track().BuildLevel(rec, true);
-    EXPECT_EQ(rig.game->background->pictureName(), rig.dir + "backgrounds/bk003.jpg");
-    EXPECT_NE(rig.game->background->texture(), 0u);
-}
-
 // The device holds the face textures and the sky of the track on show: a
 // new track lets go of what only the old one showed, keeps the frames of a
 // face it animates, and a sky asked for again is not read again.

@@ -11,7 +11,6 @@
 #include <tuple>
 
 #include "platform/D3DMath.h"
-#include "platform/sdl/GlPipeline.h"
 #include "platform/sdl/GlText.h"
 #include "platform/sdl/GlTextures.h"
 #include "platform/sdl/GlTransforms.h"
@@ -104,13 +103,6 @@ TEST(GlTransforms, DefaultPointScaleGivesViewportHeightTimesSize) {
     EXPECT_FLOAT_EQ(PointSpriteScreenSize(0.06f, 768, 40.0f), 0.06f * 768);
     // With C = 1 the size falls off with distance.
     EXPECT_NEAR(PointSpriteScreenSize(0.5f, 600, 10.0f, 0, 0, 1), 30.0f, 1e-4);
-}
-
-TEST(GlPipeline, PrimitiveCountsBecomeVertexCounts) {
-    EXPECT_EQ(VertexCount(Primitive::TriangleList, 2), 6);
-    EXPECT_EQ(VertexCount(Primitive::TriangleStrip, 2), 4);
-    EXPECT_EQ(VertexCount(Primitive::PointList, 30), 30);
-    EXPECT_EQ(VertexCount(Primitive::TriangleList, 0), 0);
 }
 
 TEST(ColourKey, OnlyExactArgbMatchesTurnTransparentBlack) {

@@ -161,20 +161,6 @@ TEST(DamagedSettings, GarbageOptionsAndStatisticsStillStartAndPlay) {
     EXPECT_EQ(FormatPlayTime(-65000), "0:00");  // a damaged time shows as nothing played
 }
 
-TEST(DamagedSettings, ShortAndOverlongFilesKeepWhatTheyCanAndLoseNothing) {
-    DamagedFolder folder("lengths");
-    folder.garble("options.dat", std::string("\x32\x00", 2));  // music 50, the rest missing
-    std::string longStats(4 + 16 * 200 + 7, '\x01');
-    folder.garble("stats.dat", longStats);
-    HeadlessPlatform hp(folder.dir(), folder.dir());
-    frmGame game(hp.platform);
-    hp.window.onProcess = [](WindowEvents& w) { w.onClose(); };
-    EXPECT_EQ(game.Form_Load(), 0);
-    EXPECT_EQ(game.options->Options.MusicVolume, 50);
-    game.stats->SaveStats();
-    EXPECT_EQ(fs::file_size(folder.dir() + "stats.dat"), longStats.size());  // surplus kept
-}
-
 TEST(DamagedSettings, AGarbledSettingsFileIsLoggedAndTheGameStartsWithDefaults) {
     DamagedFolder folder("cfg");
     static const char junk[] = "\x00\x01\xFF binary junk\nx = 1\n";

@@ -3,27 +3,23 @@
 #pragma once
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <string>
 
 #include "platform/headless/HeadlessPlatform.h"
+#include "tests/support/TestFiles.h"
 #include "world/AnimatedTextures.h"
 #include "world/WorldResources.h"
 
 namespace qb::test {
 
 inline std::string WorldScratch(const std::string& name) {
-    const auto dir =
-        std::filesystem::temp_directory_path() / ("quorbit-world-" + name + "-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(dir);
-    std::filesystem::create_directories(dir / "textures");
-    std::filesystem::create_directories(dir / "backgrounds");
-    std::filesystem::create_directories(dir / "models");
-    std::filesystem::create_directories(dir / "skins");
-    return dir.string() + "/";
+    const std::string dir = FreshDir("world-" + name);
+    for (const char* sub : {"textures", "backgrounds", "models", "skins"})
+        std::filesystem::create_directory(dir + sub);
+    return dir;
 }
 
 inline void Touch(const std::string& path) {

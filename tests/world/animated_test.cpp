@@ -7,20 +7,6 @@ namespace {
 
 using test::WorldRig;
 
-TEST(AnimatedTextures, FrameTableIsExactAndCycles) {
-    AnimatedTextures a;
-    EXPECT_FALSE(a.IsAnimatedTexture("AnimationTest_0.bmp"));  // not yet filled
-    a.InitAnimatedTextures();
-    EXPECT_EQ(a.Frame(1), "AnimationTest_0.bmp");
-    EXPECT_EQ(a.NextAnimationFrame("AnimationTest_0.bmp"), "AnimationTest_1.bmp");
-    EXPECT_EQ(a.NextAnimationFrame("AnimationTest_3.bmp"), "AnimationTest_0.bmp");
-    EXPECT_EQ(a.NextAnimationFrame("animationtest_1.bmp"), "");
-    EXPECT_FALSE(a.IsAnimatedTexture("animationtest_1.bmp"));
-    EXPECT_FALSE(a.IsAnimatedTexture(""));
-    EXPECT_EQ(a.NextAnimationFrame(""), "");
-    EXPECT_TRUE(a.IsAnimatedTexture("AnimationTest_2.bmp"));
-}
-
 TEST(AnimatedTextures, BlockFaceStepsThroughTheFramesWithoutRereadingFiles) {
     WorldRig rig("anim-block");
     clsBlock b(rig.res);

@@ -52,7 +52,7 @@ TEST(MovingPlatform, ShuttlesBetweenItsEnds) {
     EXPECT_PLANE(p.GetCollisionPlane(3), 0, 1, 0, -2);
 }
 
-TEST(MovingPlatform, OtherDirectionsAndZeroSpeedStandStill) {
+TEST(MovingPlatform, OtherDirectionsZeroSpeedAndAStopStandStill) {
     WorldRig rig("platform-still");
     for (uint8_t dir : {0, 1, 4, 9}) {
         clsMovingPlatform p(rig.res);
@@ -68,10 +68,8 @@ TEST(MovingPlatform, OtherDirectionsAndZeroSpeedStandStill) {
         EXPECT_FALSE(slow.GetChangeDir());
     }
     EXPECT_FLOAT_EQ(slow.Xpos(), 3.0f);
-}
 
-TEST(MovingPlatform, StoppedPlatformStaysButStillReportsItsVelocity) {
-    WorldRig rig("platform-stop");
+    // A stopped platform stays but still reports its velocity.
     clsMovingPlatform p(rig.res);
     MakePlatform(p, 0, 10, 2, 3, true);
     p.move();
