@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "level/LevelRecords.h"
 #include "tests/support/TestFiles.h"
 
 namespace qb::test {
@@ -91,6 +93,23 @@ inline Bytes FileOf(const std::vector<Bytes>& records) {
     }
     for (const auto& r : records) f.append(r);
     return f;
+}
+
+// Every field of a record, to compare whole records in one check.
+inline auto Fields(const BlockRecord& b) {
+    return std::tuple(b.X, b.Y, b.Z, b.scaleX, b.scaleY, b.scalez, b.TextureA, b.TextureB, b.TextureC,
+                      b.TextureD, int{b.ScaleTextureTop}, int{b.ScaleTextureSide}, int{b.ActionCode});
+}
+inline auto Fields(const MovingPlatformRecord& p) {
+    return std::tuple(p.X, p.Y, p.Z, p.scaleX, p.scaleY, p.scalez, p.TextureA, p.TextureB, p.TextureC,
+                      p.TextureD, int{p.ScaleTextureTop}, int{p.ScaleTextureSide}, int{p.ActionCode},
+                      int{p.Mspeed}, int{p.Mdir}, int{p.Mdist}, int{p.MloopBack});
+}
+inline auto Fields(const RampRecord& r) {
+    return std::tuple(r.X, r.Y, r.Z, r.scaleX, r.scaleY, r.scalez, r.TextureA, r.TextureB, int{r.Rotation});
+}
+inline auto Fields(const StarRecord& s) {
+    return std::tuple(s.X, s.Y, s.Z);
 }
 
 inline std::string Scratch(const std::string& name) {

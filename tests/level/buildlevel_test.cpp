@@ -75,55 +75,36 @@ TEST(BuildLevel, EveryObjectGetsItsRecordValues) {
     EXPECT_FLOAT_EQ(t.Gravity, 0.0025f);
     EXPECT_EQ(rig.game->background->pictureName(), "") << "no background unless asked for";
 
+    using Names = std::vector<std::string>;
     ASSERT_EQ(t.BlockUpper, 1);
     const clsBlock& blk = *t.blocks[1];
-    EXPECT_FLOAT_EQ(blk.Xpos(), 1.5f);
-    EXPECT_FLOAT_EQ(blk.Ypos(), 2.25f);
-    EXPECT_EQ(blk.Zpos(), 4);
-    EXPECT_FLOAT_EQ(blk.scalez(), 4);
-    EXPECT_EQ(blk.changeactioncode(), 4);
-    EXPECT_EQ(blk.ScaleTextureTop(), 2);
-    EXPECT_EQ(blk.GetTextureA(), "_default.bmp");
-    EXPECT_EQ(blk.GetTextureB(), "_default.bmp");
-    EXPECT_EQ(blk.GetTextureC(), "_default.bmp");
-    EXPECT_EQ(blk.GetTextureD(), "AnimationTest_1.bmp");
+    EXPECT_EQ(std::tuple(blk.Xpos(), blk.Ypos(), blk.Zpos(), blk.scalez(), int{blk.changeactioncode()},
+                         int{blk.ScaleTextureTop()}),
+              std::tuple(1.5f, 2.25f, 4, 4.0f, 4, 2));
+    EXPECT_EQ((Names{blk.GetTextureA(), blk.GetTextureB(), blk.GetTextureC(), blk.GetTextureD()}),
+              (Names{"_default.bmp", "_default.bmp", "_default.bmp", "AnimationTest_1.bmp"}));
     EXPECT_TRUE(blk.isAnimated(3));
-    EXPECT_EQ(t.blocks[0]->GetTextureD(), "road.bmp");
-    EXPECT_EQ(t.blocks[0]->GetTextureA(), "wall.bmp");
+    EXPECT_EQ(t.blocks[0]->GetTextureD() + " " + t.blocks[0]->GetTextureA(), "road.bmp wall.bmp");
     // The collision planes keep the shortened depth; corners use the full one.
     EXPECT_FLOAT_EQ(blk.GetFaceCorners(3).p[1].z, 8.0f);
 
     const clsRamp& r = *t.ramps[0];
-    EXPECT_EQ(r.Xpos(), 2);
-    EXPECT_EQ(r.Ypos(), 4);
-    EXPECT_EQ(r.Zpos(), 6);
-    EXPECT_EQ(r.scaleX(), 2);
-    EXPECT_EQ(r.scaleY(), 2);
-    EXPECT_EQ(r.scalez(), 3);
-    EXPECT_EQ(r.rotateVal(), 3);
+    EXPECT_EQ(
+        std::tuple(r.Xpos(), r.Ypos(), r.Zpos(), r.scaleX(), r.scaleY(), r.scalez(), int{r.rotateVal()}),
+        std::tuple(2, 4, 6, 2, 2, 3, 3));
     // The turns come before the sizes: the planes match the final ramp.
     EXPECT_FLOAT_EQ(r.GetGradient(), -1.0f);
-    EXPECT_EQ(r.GetTextureA(), "road.bmp");
-    EXPECT_EQ(r.GetTextureB(), "wall.bmp");
-    EXPECT_EQ(t.ramps[1]->Xpos(), 0);  // -0.5 rounds to -0
-    EXPECT_EQ(t.ramps[1]->Zpos(), 8);
-    EXPECT_EQ(t.stars[0]->Xpos(), 2);
-    EXPECT_EQ(t.stars[0]->Ypos(), 4);
-    EXPECT_EQ(t.stars[0]->Zpos(), 10);
-    EXPECT_EQ(t.stars[1]->Xpos(), -2);
-    EXPECT_EQ(t.stars[1]->Zpos(), 11);
+    EXPECT_EQ(r.GetTextureA() + " " + r.GetTextureB(), "road.bmp wall.bmp");
+    EXPECT_EQ(std::tuple(t.ramps[1]->Xpos(), t.ramps[1]->Zpos()), std::tuple(0, 8));  // -0.5 rounds to -0
+    EXPECT_EQ(std::tuple(t.stars[0]->Xpos(), t.stars[0]->Ypos(), t.stars[0]->Zpos(), t.stars[1]->Xpos(),
+                         t.stars[1]->Zpos()),
+              std::tuple(2, 4, 10, -2, 11));
     EXPECT_TRUE(t.stars[1]->visible());
 
     const clsMovingPlatform& p = *t.platforms[0];
-    EXPECT_FLOAT_EQ(p.Xpos(), 1.25f);
-    EXPECT_FLOAT_EQ(p.Zpos(), 9.5f);
-    EXPECT_FLOAT_EQ(p.origin().x, 1.25f);
-    EXPECT_TRUE(p.MloopBack());
-    EXPECT_EQ(p.Mdir(), 2);
-    EXPECT_EQ(p.Mspeed(), 10);
-    EXPECT_EQ(p.Mdist(), 3);
-    EXPECT_EQ(p.changeactioncode(), 3);
-    EXPECT_EQ(p.GetTextureD(), "wall.bmp");
+    EXPECT_EQ(std::tuple(p.Xpos(), p.Zpos(), p.origin().x, p.MloopBack(), int{p.Mdir()}, int{p.Mspeed()},
+                         int{p.Mdist()}, int{p.changeactioncode()}, p.GetTextureD()),
+              std::tuple(1.25f, 9.5f, 1.25f, true, 2, 10, 3, 3, "wall.bmp"));
     rig.game->MovePlatforms();
     EXPECT_FLOAT_EQ(p.Xpos(), 1.15f);
 }
@@ -133,10 +114,8 @@ TEST(BuildLevel, EmptyKindsKeepTheirOldListsUnseen) {
     rig.track().BuildLevel(Track(3, 2, 2, 2), false);
     clsRamp* oldRamp = rig.track().ramps[0].get();
     rig.track().BuildLevel(Track(1, 0, 0, 0), false);
-    EXPECT_EQ(rig.track().BlockUpper, 0);
-    EXPECT_EQ(rig.track().RampUpper, -1);
-    EXPECT_EQ(rig.track().PlatformUpper, -1);
-    EXPECT_EQ(rig.track().StarUpper, -1);
+    const TrackObjects& t = rig.track();
+    EXPECT_EQ(std::tuple(t.BlockUpper, t.RampUpper, t.PlatformUpper, t.StarUpper), std::tuple(0, -1, -1, -1));
     EXPECT_EQ(rig.track().ramps[0].get(), oldRamp);
     EXPECT_EQ(rig.track().blocks.size(), 1u);
     // Drawing and moving never touch the left-overs.

@@ -13,30 +13,29 @@ bool Read(const Bytes& f, LevelFile& out, LevelFileError& e) {
     return ReadLevelFile(f.b.data(), f.b.size(), out, e);
 }
 
+// A file that must read, as read.
+LevelFile ReadGood(const Bytes& f) {
+    LevelFile file;
+    LevelFileError e;
+    EXPECT_TRUE(Read(f, file, e)) << e.Describe();
+    return file;
+}
+
 TEST(LevelFile, OneTrackFileIs230BytesAndReadsEveryField) {
     const Bytes f = test::FileOf({test::SimpleRecord(200)});
     ASSERT_EQ(f.b.size(), 230u);
-    LevelFile file;
-    LevelFileError e;
-    ASSERT_TRUE(Read(f, file, e)) << e.Describe();
+    const LevelFile file = ReadGood(f);
     ASSERT_EQ(file.LevelCount(), 1);
     const LevelRecord& r = file.Levels[0];
-    EXPECT_EQ(file.Index[0].Offset, 0);
-    EXPECT_EQ(r.TextureNameCount(), 1);
-    EXPECT_EQ(r.TextureNames[1], "a.bmp");
-    EXPECT_EQ(r.BackgroundName(), "sky.jpg");
-    EXPECT_EQ(r.Background.size(), 50u);
+    EXPECT_EQ(std::tuple(file.Index[0].Offset, r.TextureNameCount(), r.TextureNames[1], r.BackgroundName(),
+                         r.Background.size()),
+              std::tuple(0, 1, "a.bmp", "sky.jpg", 50u));
     ASSERT_EQ(r.BlockUpper, 0);
-    EXPECT_EQ(r.Blocks[0].X, -2.0f);
-    EXPECT_EQ(r.Blocks[0].scalez, 60.0f);
-    EXPECT_EQ(r.Blocks[0].ActionCode, 1);
-    EXPECT_EQ(r.PlatformUpper, -1);
-    EXPECT_EQ(r.RampUpper, -1);
-    EXPECT_EQ(r.StarUpper, -1);
+    EXPECT_EQ(test::Fields(r.Blocks[0]), test::Fields(BlockRecord{-2, 0, -5, 4, 1, 60, 1, 1, 1, 1, 0, 0, 1}));
+    EXPECT_EQ(std::tuple(r.PlatformUpper, r.RampUpper, r.StarUpper), std::tuple(-1, -1, -1));
     EXPECT_TRUE(r.Platforms.empty() && r.Ramps.empty() && r.Stars.empty());
-    EXPECT_EQ(r.Settings.Gravity, 0.5f);
-    EXPECT_EQ(r.Settings.FileGravity, 200.0f);
-    EXPECT_EQ(r.Times.Names[0], std::string(15, ' '));
+    EXPECT_EQ(std::tuple(r.Settings.Gravity, r.Settings.FileGravity, r.Times.Names[0]),
+              std::tuple(0.5f, 200.0f, std::string(15, ' ')));
     EXPECT_TRUE(file.Trailing.empty());
     // Written back, the same 230 bytes.
     EXPECT_EQ(EncodeLevelFile(file), f.b);
@@ -47,15 +46,11 @@ TEST(LevelFile, ConsumesOneLeadByteBeforeEachRecordAndKeepsItsValue) {
     r1.b[0] = 0x11;
     r2.b[0] = 0x22;
     const Bytes f = test::FileOf({r1, r2});
-    LevelFile file;
-    LevelFileError e;
-    ASSERT_TRUE(Read(f, file, e)) << e.Describe();
+    const LevelFile file = ReadGood(f);
     ASSERT_EQ(file.LevelCount(), 2);
-    EXPECT_EQ(file.Index[1].Offset, 206);
-    EXPECT_EQ(file.Levels[0].LeadByte, 0x11);
-    EXPECT_EQ(file.Levels[1].LeadByte, 0x22);
-    EXPECT_EQ(file.Levels[1].Settings.Gravity, 1.0f);
-    EXPECT_EQ(file.AllStars[1], -1);
+    EXPECT_EQ(std::tuple(file.Index[1].Offset, int{file.Levels[0].LeadByte}, int{file.Levels[1].LeadByte},
+                         file.Levels[1].Settings.Gravity, file.AllStars[1]),
+              std::tuple(206, 0x11, 0x22, 1.0f, -1));
     EXPECT_EQ(EncodeLevelFile(file), f.b);
 }
 
@@ -103,22 +98,15 @@ TEST(LevelFile, EmptyListsTakeNoBytesAndFilledListsAreRead) {
     r.i32(1);   // two stars
     r.f32(0).f32(2).f32(10).f32(0.5f).f32(2).f32(20);
     r.f32(8).counted("").i32(0).i32(0).i32(0).i32(0);
-    LevelFile file;
-    LevelFileError e;
-    ASSERT_TRUE(Read(test::FileOf({r}), file, e)) << e.Describe();
+    const LevelFile file = ReadGood(test::FileOf({r}));
+    ASSERT_EQ(file.LevelCount(), 1);
     const LevelRecord& rec = file.Levels[0];
-    EXPECT_EQ(rec.BlockUpper, 1);
-    EXPECT_EQ(rec.Blocks[1].ActionCode, 6);
-    EXPECT_EQ(rec.Blocks[1].ScaleTextureTop, 3);
-    EXPECT_EQ(rec.Blocks[1].ScaleTextureSide, 4);
-    ASSERT_EQ(rec.PlatformUpper, 0);
-    EXPECT_EQ(rec.Platforms[0].Mspeed, 5);
-    EXPECT_EQ(rec.Platforms[0].Mdir, 3);
-    EXPECT_EQ(rec.Platforms[0].Mdist, 2);
-    EXPECT_EQ(rec.Platforms[0].MloopBack, 7);
-    EXPECT_EQ(rec.RampUpper, -1);
-    ASSERT_EQ(rec.StarUpper, 1);
-    EXPECT_EQ(rec.Stars[1].X, 0.5f);
+    ASSERT_EQ(std::tuple(rec.BlockUpper, rec.PlatformUpper, rec.RampUpper, rec.StarUpper),
+              std::tuple(1, 0, -1, 1));
+    EXPECT_EQ(test::Fields(rec.Blocks[1]), test::Fields(BlockRecord{1, 0, 0, 1, 1, 1, 1, 2, 1, 2, 3, 4, 6}));
+    EXPECT_EQ(test::Fields(rec.Platforms[0]),
+              test::Fields(MovingPlatformRecord{1, 2, 3, 4, 1, 4, 2, 2, 2, 2, 0, 0, 0, 5, 3, 2, 7}));
+    EXPECT_EQ(test::Fields(rec.Stars[1]), test::Fields(StarRecord{0.5f, 2, 20}));
     EXPECT_EQ(rec.Settings.Gravity, GravityFromFile(8));
 }
 
@@ -224,9 +212,7 @@ TEST(LevelFile, EveryTruncationOfAValidFileFails) {
 TEST(LevelFile, BytesAfterTheLastRecordAreKeptButNotRead) {
     Bytes f = test::FileOf({test::SimpleRecord()});
     f.u8(1).u8(2).u8(3);
-    LevelFile file;
-    LevelFileError e;
-    ASSERT_TRUE(Read(f, file, e));
+    const LevelFile file = ReadGood(f);
     EXPECT_EQ(file.Trailing, (std::vector<uint8_t>{1, 2, 3}));
     EXPECT_EQ(EncodeLevelFile(file), f.b);
 }

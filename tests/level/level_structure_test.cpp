@@ -32,6 +32,14 @@ struct Loaded {
     }
 };
 
+// The names in the table, place by place, without their padding.
+std::string Places(const FastestTimes& t) {
+    std::string s;
+    for (const std::string& n : t.Names)
+        s += (s.empty() ? "" : "/") + n.substr(0, n.find_last_not_of(' ') + 1);
+    return s;
+}
+
 TEST(LevelStructure, AllStarsFlagWritesTwoBytesAndZoneFlagsOnlyWhenTheZoneIsComplete) {
     Loaded t("allstars", 3);
     LevelStructure& L = t.levels;
@@ -53,9 +61,8 @@ TEST(LevelStructure, AllStarsFlagWritesTwoBytesAndZoneFlagsOnlyWhenTheZoneIsComp
     ASSERT_TRUE(L.SaveAllStarsFlag());
     EXPECT_TRUE(L.ZoneComplete(1));
     const auto now = test::ReadBytes(t.path);
-    EXPECT_EQ(now[4], 0xFF);
-    EXPECT_EQ(now[5], 0xFF);
-    for (size_t i = 6; i < 16; ++i) EXPECT_EQ(now[i], 0) << i;
+    EXPECT_EQ(std::vector<uint8_t>(now.begin() + 4, now.begin() + 16),
+              (std::vector<uint8_t>{0xFF, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
     EXPECT_EQ(now[40 + 70], 0xFF);
     EXPECT_FALSE(L.AllStars(3));
 
@@ -83,9 +90,8 @@ TEST(LevelStructure, FastestTimeIsOne69BytePatchAndTiesGoBelow) {
     EXPECT_TRUE(L.TimeQualifies(10, 0));  // empty table
     ASSERT_TRUE(L.SaveFastestTime("ANNA", 10, 40));
     const FastestTimes& ft = L.Level(2).Times;
-    EXPECT_EQ(ft.Names[0], "ANNA           ");
-    EXPECT_EQ(ft.Seconds[0], 10);
-    EXPECT_EQ(ft.Hundredths[0], 40);
+    EXPECT_EQ(std::tuple(ft.Names[0], ft.Seconds[0], ft.Hundredths[0]),
+              std::tuple("ANNA           ", 10, 40));
 
     // Only the 69 bytes of track 2's table changed.
     const size_t table = 32 + 206 + 1;  // two tracks: the records start at 32
@@ -101,17 +107,14 @@ TEST(LevelStructure, FastestTimeIsOne69BytePatchAndTiesGoBelow) {
 
     // A tie with place 1 goes below it.
     ASSERT_TRUE(L.SaveFastestTime("BEN", 10, 40));
-    EXPECT_EQ(ft.Names[0].substr(0, 4), "ANNA");
-    EXPECT_EQ(ft.Names[1].substr(0, 4), "BEN ");
+    EXPECT_EQ(Places(ft), "ANNA/BEN/");
     // A slower one goes to place 3; the table is then full.
     ASSERT_TRUE(L.SaveFastestTime("CY", 12, 0));
     EXPECT_FALSE(L.TimeQualifies(12, 0));  // equal to place 3
     EXPECT_TRUE(L.TimeQualifies(11, 96));
     // A new best pushes place 3 out.
     ASSERT_TRUE(L.SaveFastestTime("A NAME OF TWENTY CHR", 9, 0));
-    EXPECT_EQ(ft.Names[0], "A NAME OF TWENT");
-    EXPECT_EQ(ft.Names[1].substr(0, 4), "ANNA");
-    EXPECT_EQ(ft.Names[2].substr(0, 4), "BEN ");
+    EXPECT_EQ(Places(ft), "A NAME OF TWENT/ANNA/BEN");
     EXPECT_EQ(ft.Seconds[2], 10);
 
     LevelStructure again(t.path);
@@ -127,16 +130,13 @@ TEST(LevelStructure, InsertionRules) {
     FastestTimes t;
     LevelStructure::InsertFastestTime(t, "A", 20, 0);
     LevelStructure::InsertFastestTime(t, "B", 19, 96);  // better: place 1
-    EXPECT_EQ(t.Names[0][0], 'B');
-    EXPECT_EQ(t.Names[1][0], 'A');
+    EXPECT_EQ(Places(t), "B/A/");
     LevelStructure::InsertFastestTime(t, "C", 20, 0);  // ties place 2: goes to 3
-    EXPECT_EQ(t.Names[2][0], 'C');
+    EXPECT_EQ(Places(t), "B/A/C");
     LevelStructure::InsertFastestTime(t, "D", 19, 96);  // ties place 1, beats place 2
-    EXPECT_EQ(t.Names[0][0], 'B');
-    EXPECT_EQ(t.Names[1][0], 'D');
-    EXPECT_EQ(t.Names[2][0], 'A');
+    EXPECT_EQ(Places(t), "B/D/A");
     LevelStructure::InsertFastestTime(t, "E", 99, 0);  // place 3, replaced without comparison
-    EXPECT_EQ(t.Names[2][0], 'E');
+    EXPECT_EQ(Places(t), "B/D/E");
     EXPECT_EQ(t.Names[2].size(), 15u);
 }
 
@@ -155,10 +155,7 @@ TEST(LevelStructure, BrokenOrMissingFileLeavesNoTrackAndNamesFileTrackAndByte) {
         EXPECT_FALSE(L.TimeQualifies(1, 0));
     }
     Bytes f = test::FileOf({test::SimpleRecord(), test::SimpleRecord()});
-    f.b[32 + 206 + 133] = 0xFF;  // track 2 block upper index -1
-    f.b[32 + 206 + 134] = 0xFF;
-    f.b[32 + 206 + 135] = 0xFF;
-    f.b[32 + 206 + 136] = 0xFF;
+    std::fill_n(f.b.begin() + 32 + 206 + 133, 4, 0xFF);  // track 2 block upper index -1
     test::WriteBytes(dir + "levels.dat", f.b);
     LevelStructure L(dir + "levels.dat");
     std::string error;

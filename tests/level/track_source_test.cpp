@@ -108,29 +108,21 @@ track 1  My first track
     ASSERT_TRUE(ParseTrackSource(text, "t.trk", src, errors)) << errors.front().Describe();
     ASSERT_EQ(src.Tracks.LevelCount(), 1);
     const LevelRecord& r = src.Tracks.Levels[0];
-    EXPECT_EQ(r.Settings.Gravity, 0.5f);
-    EXPECT_EQ(r.BackgroundName(), "sky.jpg");
-    EXPECT_EQ(r.TextureNameCount(), 2);
-    EXPECT_EQ(r.TextureCount.VarType, 2);
+    EXPECT_EQ(
+        std::tuple(r.Settings.Gravity, r.BackgroundName(), r.TextureNameCount(), r.TextureCount.VarType),
+        std::tuple(0.5f, "sky.jpg", 2, 2));
     EXPECT_EQ(r.Times.Names[1], "BOB            ");
-    EXPECT_EQ(r.Times.Seconds[1], 20);
-    EXPECT_EQ(r.Times.Seconds[0], 0);
+    EXPECT_EQ(r.Times.Seconds, (std::array<int32_t, 3>{0, 20, 0}));
+    // Faces wall wall wall road, top scaled 2, finish; ice with the first
+    // texture on every face when none is named, textures repeating per unit.
     ASSERT_EQ(r.BlockUpper, 1);
-    EXPECT_EQ(r.Blocks[0].TextureD, 2);
-    EXPECT_EQ(r.Blocks[0].TextureA, 1);
-    EXPECT_EQ(r.Blocks[0].ScaleTextureTop, 2);
-    EXPECT_EQ(r.Blocks[0].ActionCode, 1);
-    EXPECT_EQ(r.Blocks[1].ActionCode, 3);
-    EXPECT_EQ(r.Blocks[1].TextureC, 1);  // the first texture when none is named
-    ASSERT_EQ(r.PlatformUpper, 0);
-    EXPECT_EQ(r.Platforms[0].Mdir, 2);
-    EXPECT_EQ(r.Platforms[0].MloopBack, 1);
-    EXPECT_EQ(r.Platforms[0].TextureB, 2);
-    ASSERT_EQ(r.RampUpper, 0);
-    EXPECT_EQ(r.Ramps[0].Rotation, 1);
-    EXPECT_EQ(r.Ramps[0].TextureA, 2);
-    EXPECT_EQ(r.Ramps[0].TextureB, 1);
-    EXPECT_EQ(r.StarUpper, 0);
+    EXPECT_EQ(test::Fields(r.Blocks[0]), test::Fields(BlockRecord{-2, 0, 0, 4, 1, 60, 1, 1, 1, 2, 2, 1, 1}));
+    EXPECT_EQ(test::Fields(r.Blocks[1]), test::Fields(BlockRecord{0, 0, 60, 1, 1, 1, 1, 1, 1, 1, 0, 0, 3}));
+    ASSERT_EQ(std::tuple(r.PlatformUpper, r.RampUpper, r.StarUpper), std::tuple(0, 0, 0));
+    EXPECT_EQ(test::Fields(r.Platforms[0]),
+              test::Fields(MovingPlatformRecord{0, 0, 70, 4, 1, 4, 2, 2, 2, 2, 0, 0, 0, 5, 2, 3, 1}));
+    EXPECT_EQ(test::Fields(r.Ramps[0]), test::Fields(RampRecord{0, 1, 20, 4, 2, 6, 2, 1, 1}));
+    EXPECT_EQ(test::Fields(r.Stars[0]), test::Fields(StarRecord{0, 2, 10}));
     EXPECT_FALSE(src.HasZones);
 }
 

@@ -64,11 +64,7 @@ TEST(TrackTool, CheckReportsFileAndPositionAndExitsOne) {
     f.b[32 + 206 + 137 + 28] = 9;  // track 2, face C texture 9 of 1
     test::WriteBytes(dir + "bad.dat", f.b);
     test::WriteBytes(dir + "good.dat", test::FileOf({test::SimpleRecord()}).b);
-    {
-        std::FILE* t = std::fopen((dir + "bad.trk").c_str(), "w");
-        std::fputs("track\n texture a.bmp\n block 0 0 0 1 1\n", t);
-        std::fclose(t);
-    }
+    test::WriteFile(dir + "bad.trk", "track\n texture a.bmp\n block 0 0 0 1 1\n");
     ToolRun r = Tool("check " + dir + "good.dat " + dir + "bad.dat " + dir + "bad.trk");
     EXPECT_EQ(r.code, 1);
     EXPECT_NE(r.out.find(dir + "good.dat: 1 track, no errors"), std::string::npos) << r.out;
