@@ -22,14 +22,20 @@ int32_t At(const std::string& b, size_t o) {
     return static_cast<int32_t>(u(0) | u(1) << 8 | u(2) << 16 | u(3) << 24);
 }
 
+// The three options, and a track's four counters, in one value each.
+std::tuple<int32_t, int32_t, int32_t> Values(const OptionsRecord& o) {
+    return {o.MusicVolume, o.SfxVolume, o.VideoMode};
+}
+std::tuple<int32_t, int32_t, int32_t, int32_t> Values(const LevelStat& l) {
+    return {l.PlayTime, l.BlownUp, l.FallenOff, l.Jumps};
+}
+
 TEST(SavedFiles, AMissingOptionsOrStatsFileIsCreatedEmptyAndReadsAsZeros) {
     const std::string dir = FreshDir("persist-missing");
     optionsDat o(dir + "options.dat");
     o.Options = {1, 2, 3};
     o.LoadOptions();
-    EXPECT_EQ(o.Options.MusicVolume, 0);
-    EXPECT_EQ(o.Options.SfxVolume, 0);
-    EXPECT_EQ(o.Options.VideoMode, 0);
+    EXPECT_EQ(Values(o.Options), std::tuple(0, 0, 0));
     Stats s(dir + "stats.dat");
     s.LoadStats(5);
     EXPECT_EQ(s.LevelCount(), 5);
@@ -48,15 +54,10 @@ TEST(OptionsDat, RoundTripKeepsOutOfRangeValues) {
     ASSERT_TRUE(o.SaveOptions());
     const std::string b = ReadFile(path);
     ASSERT_EQ(b.size(), 12u);
-    EXPECT_EQ(At(b, 0), 150);
-    EXPECT_EQ(At(b, 4), -2500);
-    EXPECT_EQ(At(b, 8), 2);
-
+    EXPECT_EQ(std::tuple(At(b, 0), At(b, 4), At(b, 8)), std::tuple(150, -2500, 2));
     optionsDat again(path);
     again.LoadOptions();
-    EXPECT_EQ(again.Options.MusicVolume, 150);
-    EXPECT_EQ(again.Options.SfxVolume, -2500);
-    EXPECT_EQ(again.Options.VideoMode, 2);
+    EXPECT_EQ(Values(again.Options), std::tuple(150, -2500, 2));
 }
 
 TEST(OptionsDat, ShortFileReadsItsBytesAndLongerFileKeepsItsSurplus) {
@@ -64,9 +65,7 @@ TEST(OptionsDat, ShortFileReadsItsBytesAndLongerFileKeepsItsSurplus) {
     WriteFile(path, std::string("\x32\x00\x00\x00\x10", 5));
     optionsDat o(path);
     o.LoadOptions();
-    EXPECT_EQ(o.Options.MusicVolume, 50);
-    EXPECT_EQ(o.Options.SfxVolume, 0x10);
-    EXPECT_EQ(o.Options.VideoMode, 0);
+    EXPECT_EQ(Values(o.Options), std::tuple(50, 0x10, 0));
 
     WriteFile(path, "0123456789abXYZ");
     o.Options = {0, 0, 1};
@@ -90,8 +89,7 @@ TEST(Stats, FileFor60TracksReadWith70GrowsTo1124Bytes) {
     Stats s(path);
     s.LoadStats(70);
     EXPECT_EQ(s.TotalPlayTime, 1234);
-    EXPECT_EQ(s.LevelStats[60].PlayTime, 100);
-    EXPECT_EQ(s.LevelStats[60].Jumps, 4);
+    EXPECT_EQ(Values(s.LevelStats[60]), std::tuple(100, 2, 3, 4));
     for (int n = 61; n <= 70; ++n) EXPECT_EQ(s.LevelStats[static_cast<size_t>(n)].PlayTime, 0);
     ASSERT_TRUE(s.SaveStats());
     EXPECT_EQ(std::filesystem::file_size(path), 1124u);
@@ -120,9 +118,7 @@ TEST(Stats, LongerFileKeepsItsSurplusAndAShortRecordReadsItsBytes) {
     const uint8_t partial[] = {1, 0, 0, 0, 7, 0, 0, 0, 0xF9, 0xFF, 0xFF, 0xFF, 0x7B};
     Stats::Decode(partial, sizeof partial, 3, total, levels);
     EXPECT_EQ(total, 1);
-    EXPECT_EQ(levels[1].PlayTime, 7);
-    EXPECT_EQ(levels[1].BlownUp, 0);  // -7 on disk
-    EXPECT_EQ(levels[1].FallenOff, 0x7B);
+    EXPECT_EQ(Values(levels[1]), std::tuple(7, 0, 0x7B, 0));  // blown up -7 on disk
 }
 
 TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {
@@ -133,16 +129,12 @@ TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {
     s.FallenOffCount = 2;
     s.JumpCount = 5;
     ASSERT_TRUE(s.FoldPlay(2, 1500));
-    EXPECT_EQ(s.LevelStats[2].PlayTime, 1500);
-    EXPECT_EQ(s.LevelStats[2].BlownUp, 1);
-    EXPECT_EQ(s.LevelStats[2].FallenOff, 2);
-    EXPECT_EQ(s.LevelStats[2].Jumps, 5);
+    EXPECT_EQ(Values(s.LevelStats[2]), std::tuple(1500, 1, 2, 5));
     EXPECT_EQ(s.TotalPlayTime, 1500);
     EXPECT_EQ(s.BlownUpCount + s.FallenOffCount + s.JumpCount, 0);
     // A second attempt books only its own time.
     ASSERT_TRUE(s.FoldPlay(2, 500));
-    EXPECT_EQ(s.LevelStats[2].PlayTime, 2000);
-    EXPECT_EQ(s.LevelStats[2].Jumps, 5);
+    EXPECT_EQ(Values(s.LevelStats[2]), std::tuple(2000, 1, 2, 5));
 
     s.LevelStats[3].PlayTime = INT32_MAX - 10;
     s.TotalPlayTime = INT32_MAX - 10;
@@ -152,9 +144,8 @@ TEST(Stats, FoldingARunAddsCountersSaturatesTimeAndSaves) {
 
     const std::string bytes = ReadFile(path);
     ASSERT_EQ(bytes.size(), 4u + 3 * 16);
-    EXPECT_EQ(At(bytes, 0), INT32_MAX);
-    EXPECT_EQ(At(bytes, 4 + 16), 2000);
-    EXPECT_EQ(At(bytes, 4 + 16 + 12), 5);
+    EXPECT_EQ(std::tuple(At(bytes, 0), At(bytes, 4 + 16), At(bytes, 4 + 16 + 12)),
+              std::tuple(INT32_MAX, 2000, 5));
 
     // A level outside the table still counts towards the total.
     s.TotalPlayTime = 0;

@@ -187,27 +187,21 @@ TEST(XMeshFile, CoordinatesWindingAndTextureCoordinatesComeOutAsStored) {
     XMeshData mesh;
     ASSERT_TRUE(LoadXMesh(path, mesh));
     ASSERT_EQ(mesh.materials.size(), 2u);
-    EXPECT_EQ(mesh.materials[0].textureFile, "skin.bmp");
-    EXPECT_FLOAT_EQ(mesh.materials[0].diffuse.r, 1.0f);
-    EXPECT_EQ(mesh.materials[1].textureFile, "");
-    EXPECT_FLOAT_EQ(mesh.materials[1].diffuse.b, 1.0f);
+    EXPECT_EQ(std::tuple(mesh.materials[0].textureFile, mesh.materials[0].diffuse.r, mesh.materials[1].textureFile,
+                         mesh.materials[1].diffuse.b),
+              std::tuple("skin.bmp", 1.0f, "", 1.0f));
     ASSERT_EQ(mesh.subsets.size(), 2u);
     ASSERT_EQ(mesh.subsets[0].size(), 3u);
     ASSERT_EQ(mesh.subsets[1].size(), 3u);
+    // Position and texture coordinates of a corner, as the file stores them.
+    auto corner = [](const auto& v) { return std::tuple(v.x, v.y, v.z, v.u, v.v); };
     const auto& a = mesh.subsets[0];
-    // Face 0,1,2 in the file's order, left-handed z untouched.
-    EXPECT_FLOAT_EQ(a[0].z, 1.0f);
-    EXPECT_FLOAT_EQ(a[1].x, 1.0f);
-    EXPECT_FLOAT_EQ(a[1].z, 2.0f);
-    EXPECT_FLOAT_EQ(a[2].y, 3.0f);
-    // Direct3D texture coordinates: v grows downwards, as in the file.
-    EXPECT_FLOAT_EQ(a[1].u, 1.0f);
-    EXPECT_FLOAT_EQ(a[1].v, 0.0f);
-    EXPECT_FLOAT_EQ(a[2].v, 1.0f);
-    const auto& b = mesh.subsets[1];  // face 1,3,2
-    EXPECT_FLOAT_EQ(b[1].x, 5.0f);
-    EXPECT_FLOAT_EQ(b[1].u, 0.25f);
-    EXPECT_FLOAT_EQ(b[1].v, 0.75f);
+    // Face 0,1,2 in the file's order, left-handed z untouched; Direct3D
+    // texture coordinates: v grows downwards, as in the file.
+    EXPECT_EQ(corner(a[0]), std::tuple(0.0f, 0.0f, 1.0f, 0.0f, 0.0f));
+    EXPECT_EQ(corner(a[1]), std::tuple(1.0f, 0.0f, 2.0f, 1.0f, 0.0f));
+    EXPECT_EQ(corner(a[2]), std::tuple(0.0f, 3.0f, 1.0f, 0.0f, 1.0f));
+    EXPECT_EQ(corner(mesh.subsets[1][1]), std::tuple(5.0f, 5.0f, 5.0f, 0.25f, 0.75f));  // face 1,3,2
     EXPECT_EQ(a[0].diffuse, 0xFFFFFFFFu);  // unlit and without vertex colours: white
     EXPECT_FALSE(LoadXMesh(::testing::TempDir() + "qb_none.x", mesh));
 }

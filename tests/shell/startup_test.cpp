@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
 
 #include "platform/DirectX.h"
 #include "tests/shell/TestGame.h"
@@ -34,19 +35,15 @@ TEST(Startup, WritesTheReportAndEveryStepInOrderThenRunsUntilClosed) {
     EXPECT_TRUE(t.hp.window.shown);
     EXPECT_GE(t.hp.graphics.presentCount, 2);
 
-    const auto lines = t.log();
+    auto lines = t.log();
     ASSERT_GE(lines.size(), 20u);
-    EXPECT_EQ(lines[0], "");
-    EXPECT_EQ(lines[1], "\"Quorbit Debug\"");
-    EXPECT_EQ(lines[2], "\"Operating system\",\"Debian GNU/Linux 12 (bookworm)\"");
-    EXPECT_EQ(lines[3].front(), '#');
-    EXPECT_EQ(lines[3].back(), '#');
-    EXPECT_EQ(lines[3].size(), 12u);
-    EXPECT_EQ(lines[4], "");
-    EXPECT_EQ(lines[5], "\"Headless CPU\"");
-    EXPECT_EQ(lines[6], "\"CPU Speed\",1800,\"Mhz\"");
-    EXPECT_EQ(lines[7], "\"Memory\",\"511.48046875\"");
-    EXPECT_EQ(lines[8], "");
+    EXPECT_TRUE(std::regex_match(lines[3], std::regex("#[0-9]{4}-[0-9]{2}-[0-9]{2}#"))) << lines[3];
+    lines[3] = "#date#";
+    EXPECT_EQ(
+        std::vector<std::string>(lines.begin(), lines.begin() + 9),
+        (std::vector<std::string>{
+            "", "\"Quorbit Debug\"", "\"Operating system\",\"Debian GNU/Linux 12 (bookworm)\"", "#date#", "",
+            "\"Headless CPU\"", "\"CPU Speed\",1800,\"Mhz\"", "\"Memory\",\"511.48046875\"", ""}));
 
     const int card = FindLine(lines, "\"Graphics Card = Headless Adapter\"");
     const int hal = FindLine(lines, "\"Hardware Rasterizer (HAL) avalible\"", card);
