@@ -154,32 +154,6 @@ TEST(SoundModule, EffectVolumeMutesAtTheBottomAndStaysInItsRange) {
     EXPECT_EQ(r.saved().SfxVolume, -2000);
 }
 
-TEST(SoundModule, MusicVolumeMutesAtZeroAndTheNextPieceStartsFromItsBeginning) {
-    Rig r("musicvolume");
-    ASSERT_TRUE(r.start(100, 0));
-    r.sound.PlayMusic(MusicTrack);
-    r.sound.SetMusicVolume(0);
-    EXPECT_TRUE(r.sound.MusicMuted);
-    EXPECT_FLOAT_EQ(r.device.musicGain, 0.0f);
-    EXPECT_EQ(r.device.musicPlaying, 1) << "turning the volume down does not stop the music";
-    r.device.log.clear();
-    r.sound.PlayMusic(MusicTrack);
-    EXPECT_EQ(r.device.log, Log{});
-
-    r.sound.SetMusicVolume(10);
-    EXPECT_FLOAT_EQ(r.device.musicGain, 0.10f);
-    r.sound.PlayMusic(MusicTrack);
-    Log expected = StopEveryPiece();
-    expected.push_back("music 1 loop");
-    EXPECT_EQ(r.device.log, expected);
-
-    // Past the top: the top, in play and in the file.
-    r.sound.SetMusicVolume(150);
-    EXPECT_EQ(r.sound.MusicVolume, 100);
-    EXPECT_FLOAT_EQ(r.device.musicGain, 1.0f);
-    EXPECT_EQ(r.saved().MusicVolume, 100);
-}
-
 TEST(SoundModule, TheWinPieceReplacesTheTrackMusicAndPlaysOnce) {
     Rig r("winpiece");
     ASSERT_TRUE(r.start(60, 0));

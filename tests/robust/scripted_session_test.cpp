@@ -85,16 +85,9 @@ TEST(ScriptedSession, TwoMinutesOfMenusTracksDeathsAFinishAndVideoModes) {
         Click(430, 395), Hold({}, 5),                 // instructions, by the mouse
     };
 
-    int passes = 0, stepPasses = 0;
+    int stepPasses = 0;
     bool failed = false;
     hp.window.onProcess = [&](WindowEvents& w) {
-        ++passes;
-        static int lastState = -99;
-        if (getenv("QUORBIT_TRACE") && game.GameState != lastState) {
-            fprintf(stderr, "pass %d state %d steps left %zu frames %d\n", passes, game.GameState,
-                    script.size(), game.RaceFrames);
-            lastState = game.GameState;
-        }
         if (script.empty()) {
             w.onClose();
             return;

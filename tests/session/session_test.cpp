@@ -151,8 +151,7 @@ TEST(PauseMenu, FreezesTheRunAndResumesWhereItStopped) {
     d.frames(5, {DIK_UP});
     const int32_t clock = g.RaceFrames;
     const float z = d.car().Posz();
-    d.frame();
-    d.frame({DIK_ESCAPE});
+    Type(d, DIK_ESCAPE);
     ASSERT_EQ(g.GameState, PauseMenu);
     const int32_t paused = g.RaceFrames;
     EXPECT_EQ(paused, clock + 2);
@@ -164,13 +163,10 @@ TEST(PauseMenu, FreezesTheRunAndResumesWhereItStopped) {
     EXPECT_EQ(CurrentTab(g), 3);
     EXPECT_TRUE(g.gui->Button(33).IsMouseOver());
     EXPECT_FALSE(g.gui->Button(32).IsMouseOver());
-    d.frame();
-    d.frame({DIK_DOWN});
-    d.frame();
-    d.frame({DIK_DOWN});
+    Type(d, DIK_DOWN);
+    Type(d, DIK_DOWN);
     EXPECT_EQ(CurrentTab(g), 1) << "down from the last item wraps to the first";
-    d.frame();
-    d.frame({DIK_ESCAPE});
+    Type(d, DIK_ESCAPE);
     EXPECT_EQ(g.GameState, Playing);
     EXPECT_EQ(g.RaceFrames, paused);
     EXPECT_GT(d.car().Posz(), z);
@@ -180,12 +176,10 @@ TEST(PauseMenu, RestartRebuildsTheTrackAndBooksTheRun) {
     Drive d("restart", TrackHead() + " block -2 0 -5 4 1 100 tex road\n");
     frmGame& g = d.game();
     d.frames(20, {DIK_UP});
-    d.frame();
-    d.frame({DIK_ESCAPE});
+    Type(d, DIK_ESCAPE);
     d.frame({DIK_UP});  // held since before the menu opened: no move
     EXPECT_EQ(CurrentTab(g), 2);
-    d.frame();
-    d.frame({DIK_UP});  // from exit track (2) to restart (1)
+    Type(d, DIK_UP);  // from exit track (2) to restart (1)
     ASSERT_EQ(CurrentTab(g), 1);
     d.frame({DIK_RETURN});
     EXPECT_EQ(g.GameState, Playing);
@@ -198,15 +192,13 @@ TEST(PauseMenu, AReturnHeldOnExitTrackStaysOnTheTrackChoice) {
     Drive d("exittrack", TrackHead() + " block -2 0 -5 4 1 100 tex road\n");
     frmGame& g = d.game();
     d.frames(10, {DIK_UP});
-    d.frame();
-    d.frame({DIK_ESCAPE});
+    Type(d, DIK_ESCAPE);
     ASSERT_EQ(g.GameState, PauseMenu);
     ASSERT_EQ(CurrentTab(g), 2);
     // A person's press lasts several passes.
     for (int i = 0; i < 4; ++i) d.frame({DIK_RETURN});
     EXPECT_EQ(g.GameState, TrackChoice);
-    d.frame();
-    d.frame({DIK_RETURN});  // a fresh press starts the track again
+    Type(d, DIK_RETURN);  // a fresh press starts the track again
     EXPECT_EQ(g.GameState, Playing);
 }
 
