@@ -187,8 +187,8 @@ TEST(XMeshFile, CoordinatesWindingAndTextureCoordinatesComeOutAsStored) {
     XMeshData mesh;
     ASSERT_TRUE(LoadXMesh(path, mesh));
     ASSERT_EQ(mesh.materials.size(), 2u);
-    EXPECT_EQ(std::tuple(mesh.materials[0].textureFile, mesh.materials[0].diffuse.r, mesh.materials[1].textureFile,
-                         mesh.materials[1].diffuse.b),
+    EXPECT_EQ(std::tuple(mesh.materials[0].textureFile, mesh.materials[0].diffuse.r,
+                         mesh.materials[1].textureFile, mesh.materials[1].diffuse.b),
               std::tuple("skin.bmp", 1.0f, "", 1.0f));
     ASSERT_EQ(mesh.subsets.size(), 2u);
     ASSERT_EQ(mesh.subsets[0].size(), 3u);
