@@ -21,6 +21,13 @@ namespace {
 using test::GuiGame;
 using V = std::vector<int>;
 
+// The texts of fields `from` to `to`.
+std::vector<std::string> Fields(GuiGame& t, int from, int to) {
+    std::vector<std::string> texts;
+    for (int i = from; i <= to; ++i) texts.push_back(t.field(i));
+    return texts;
+}
+
 TEST(Screens, MainMenuAfterStartUp) {
     GuiGame t("mainmenu");
     ASSERT_TRUE(t.start());
@@ -28,9 +35,7 @@ TEST(Screens, MainMenuAfterStartUp) {
     EXPECT_EQ(t.enabled(), (V{1, 10, 15, 19, 20, 21, 22, 23}));
     for (int s = 19; s <= 23; ++s) EXPECT_EQ(t.button(s).TabIndex(), s - 18);
     EXPECT_EQ(t.highlighted(), V{19});
-    EXPECT_EQ(t.gui().CurrentTab, 1);
-    EXPECT_EQ(t.gui().TabCount, 5);
-    EXPECT_EQ(t.gui().FieldCount, 0);
+    EXPECT_EQ(std::tuple(t.gui().CurrentTab, t.gui().TabCount, t.gui().FieldCount), std::tuple(1, 5, 0));
     // The loading picture only stays for the loading.
     EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/bk002.jpg");
     // Translucent backdrops as loaded.
@@ -45,16 +50,14 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     t.show(PauseMenu);
     EXPECT_EQ(t.enabled(), (V{30, 31, 32, 33, 34}));
     EXPECT_EQ(t.highlighted(), V{32});
-    EXPECT_EQ(t.gui().CurrentTab, 2);
-    EXPECT_EQ(t.gui().TabCount, 4);
+    EXPECT_EQ(std::tuple(t.gui().CurrentTab, t.gui().TabCount), std::tuple(2, 4));
 
     t.game->levels->CurrentLevel = 3;  // three stars
     t.show(Playing);
     EXPECT_TRUE(t.enabled().empty());
     ASSERT_EQ(t.gui().FieldCount, 3);  // the star counter, the race clock and a note
-    EXPECT_EQ(t.field(1), "Stars 0 / of 3");
-    EXPECT_EQ(t.gui().Field(1).Left(), 500);
-    EXPECT_EQ(t.gui().Field(1).Colour(), 0xFFFFFF00u);
+    EXPECT_EQ(std::tuple(t.field(1), t.gui().Field(1).Left(), t.gui().Field(1).Colour()),
+              std::tuple("Stars 0 / of 3", 500, 0xFFFFFF00u));
     // The pause menu keeps the star counter's field.
     t.show(PauseMenu);
     EXPECT_EQ(t.field(1), "Stars 0 / of 3");
@@ -74,15 +77,13 @@ TEST(Screens, EveryScreenItsSlotsStopsAndFields) {
     for (int p = 0; p < 3; ++p) {
         t.show(static_cast<int16_t>(InstructionsPage1 + p));
         EXPECT_EQ(t.enabled(), pages[p]);
-        EXPECT_EQ(t.field(1), "Page " + std::to_string(p + 1) + " / 3");
-        EXPECT_EQ(t.gui().Field(1).Right(), 740);
-        EXPECT_EQ(t.gui().Field(1).Get_Fontsize(), 8);
+        EXPECT_EQ(std::tuple(t.field(1), t.gui().Field(1).Right(), t.gui().Field(1).Get_Fontsize()),
+                  std::tuple("Page " + std::to_string(p + 1) + " / 3", 740, 8));
     }
     t.show(ZoneChoice);
     EXPECT_EQ(t.enabled(), (V{2, 4, 5, 6, 7, 8, 9, 59}));
-    EXPECT_EQ(t.button(2).TabIndex(), 1);
-    EXPECT_EQ(t.button(4).TabIndex(), 2);
-    EXPECT_EQ(t.button(59).TabIndex(), 3);
+    EXPECT_EQ(std::tuple(t.button(2).TabIndex(), t.button(4).TabIndex(), t.button(59).TabIndex()),
+              std::tuple(1, 2, 3));
     EXPECT_EQ(t.highlighted(), V{4});
     EXPECT_EQ(t.gui().CurrentTab, 2);
     // Loading draws no screen and leaves everything off.
@@ -197,14 +198,9 @@ TEST(TrackChoice, ArrowsWrapOverTheZoneAndTheTableShows) {
     EXPECT_EQ(t.game->levels->CurrentLevel, 1);
     EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29, 43, 51, 52}));
     ASSERT_EQ(t.gui().FieldCount, 14);  // 13, 14: why the best run cannot be watched
-    EXPECT_EQ(t.field(12), "Mind the Gaps");
-    EXPECT_EQ(t.field(1), "ANNA");
-    EXPECT_EQ(t.field(4), "5:04");
-    EXPECT_EQ(t.field(2), "");
-    EXPECT_EQ(t.field(5), "0:00");
-    EXPECT_EQ(t.field(7), "1 / 10");
-    EXPECT_EQ(t.field(8), "0:00");
-    EXPECT_EQ(t.field(9), "0 Times");
+    EXPECT_EQ(Fields(t, 1, 12),
+              (std::vector<std::string>{"ANNA", "", "", "5:04", "0:00", "0:00", "1 / 10", "0:00", "0 Times",
+                                        "0 Times", "0 Times", "Mind the Gaps"}));
     EXPECT_EQ(t.game->track->BuiltLevel, 1);
     EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/_default.jpg");
     EXPECT_EQ(t.button(24).LayoutY(), 475);
@@ -254,34 +250,29 @@ TEST(VideoMode, SwitchingTo1024x768ReplacesTheButtonsAndRebuildsTheScreen) {
     t.game->dx->VideoMode = 1;
     t.show(Options);
     t.click(55);
-    EXPECT_EQ(t.game->dx->VideoMode, 2);
-    EXPECT_EQ(t.game->dx->GuiOffsetX, 112.0f);
-    EXPECT_EQ(t.game->dx->GuiOffsetY, 84.0f);
-    EXPECT_EQ(t.button(1).X(), 112.0f);
-    EXPECT_EQ(t.button(1).Y(), 164.0f);
-    EXPECT_EQ(t.button(1).Corners()[0].x, 112.0f);
-    EXPECT_TRUE(t.button(56).enabled());
-    EXPECT_FALSE(t.button(55).enabled());
-    EXPECT_TRUE(t.button(53).enabled());
-    EXPECT_EQ(t.gui().Field(1).Left(), 572);
-    EXPECT_EQ(t.game->options->Options.VideoMode, 2);
+    EXPECT_EQ(std::tuple(t.game->dx->VideoMode, t.game->dx->GuiOffsetX, t.game->dx->GuiOffsetY,
+                         t.game->options->Options.VideoMode),
+              std::tuple(2, 112.0f, 84.0f, 2));
+    EXPECT_EQ(
+        std::tuple(t.button(1).X(), t.button(1).Y(), t.button(1).Corners()[0].x, t.gui().Field(1).Left()),
+        std::tuple(112.0f, 164.0f, 112.0f, 572));
+    EXPECT_EQ(std::tuple(t.button(53).enabled(), t.button(55).enabled(), t.button(56).enabled()),
+              std::tuple(true, false, true));
     // The selected mode's button does nothing.
     t.click(56);
     EXPECT_EQ(t.game->dx->VideoMode, 2);
     // The track choice's bottom buttons sit 84 lower within the layout.
     t.show(TrackChoice);
-    EXPECT_EQ(t.button(24).LayoutY(), 475 + 84);
-    EXPECT_EQ(t.button(24).Y(), 475.0f + 84 + 84);
-    EXPECT_EQ(t.gui().Field(7).Top(), 550 + 84 + 84);
+    EXPECT_EQ(std::tuple(t.button(24).LayoutY(), t.button(24).Y(), t.gui().Field(7).Top()),
+              std::tuple(475 + 84, 475.0f + 84 + 84, 550 + 84 + 84));
     t.game->levels->CurrentLevel = 1;
     t.show(Playing);
     EXPECT_EQ(t.gui().Field(1).Left(), 724);
     // And back.
     t.show(Options);
     t.click(53);
-    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
-    EXPECT_EQ(t.button(1).X(), 0.0f);
-    EXPECT_TRUE(t.button(54).enabled());
+    EXPECT_EQ(std::tuple(t.game->dx->GuiOffsetX, t.button(1).X(), t.button(54).enabled()),
+              std::tuple(0.0f, 0.0f, true));
 }
 
 TEST(TrackChoice, TheTrackNumberShowsUnderTheArrowsInBothModesRimmedForAnySky) {
@@ -326,12 +317,10 @@ TEST(VideoMode, AFailedSwitchIsLoggedKeepsTheModeInUseAndSavesNothing) {
     t.show(Options);
     t.hp.graphics.failResetWidth = 1024;
     t.click(55);
-    EXPECT_EQ(t.game->dx->VideoMode, 1);
-    EXPECT_EQ(t.game->dx->GuiOffsetX, 0.0f);
-    EXPECT_EQ(t.hp.graphics.created.width, 800);
-    EXPECT_EQ(t.button(1).X(), 0.0f);
+    EXPECT_EQ(std::tuple(t.game->dx->VideoMode, t.game->dx->GuiOffsetX, t.hp.graphics.created.width,
+                         t.button(1).X(), t.game->options->Options.VideoMode),
+              std::tuple(1, 0.0f, 800, 0.0f, 1));
     EXPECT_TRUE(t.button(54).enabled());  // 800x600 is still the marked mode
-    EXPECT_EQ(t.game->options->Options.VideoMode, 1);
     optionsDat reread(t.dir + "options.dat");
     reread.LoadOptions();
     EXPECT_EQ(reread.Options.VideoMode, 1);

@@ -46,15 +46,11 @@ TEST(BitmapLoader, ReadsWidthAndHeightFromTheHeaders) {
 TEST(Button, LoadsItsSizeAndPlacesItselfOnWholePixelsHalfToEven) {
     ButtonRig r;
     r.b.LoadTexture(Gui + "quit.bmp", 0xFF000000u);
-    EXPECT_EQ(r.b.width(), 220);
-    EXPECT_EQ(r.b.height(), 48);
+    EXPECT_EQ(std::tuple(r.b.width(), r.b.height()), std::tuple(220, 48));
     // The whole picture, untinted; depth 1 only top left.
     const auto& c = r.b.Corners();
-    EXPECT_EQ(c[0].z, 1.0f);
-    EXPECT_EQ(c[1].z, 0.0f);
-    EXPECT_EQ(c[3].u, 1.0f);
-    EXPECT_EQ(c[3].v, 1.0f);
-    EXPECT_EQ(c[3].diffuse, 0xFFFFFFFFu);
+    EXPECT_EQ(std::tuple(c[0].z, c[1].z, c[3].u, c[3].v, c[3].diffuse),
+              std::tuple(1.0f, 0.0f, 1.0f, 1.0f, 0xFFFFFFFFu));
     r.b.X(2.5f);
     EXPECT_EQ(r.b.LayoutX(), 2);
     r.b.X(3.5f);
@@ -131,9 +127,9 @@ TEST(Button, DrawsNothingWhenDisabledOrInAnotherPass) {
     EXPECT_TRUE(r.device.renderStates.empty());
     EXPECT_TRUE(r.device.stageStates.empty());
     r.b.draw(1);
-    EXPECT_EQ(r.device.drawCalls, 1);
-    EXPECT_EQ(r.device.renderStates[RenderState::ZWriteEnable], 1u);
-    EXPECT_EQ(r.device.renderStates[RenderState::AlphaBlendEnable], 0u);
+    EXPECT_EQ(std::tuple(r.device.drawCalls, r.device.renderStates[RenderState::ZWriteEnable],
+                         r.device.renderStates[RenderState::AlphaBlendEnable]),
+              std::tuple(1, 1u, 0u));
 }
 
 TEST(Button, AlphaLevelTintsTheCornersAndOpaqueKeepsThem) {
@@ -148,9 +144,8 @@ TEST(Button, AlphaLevelTintsTheCornersAndOpaqueKeepsThem) {
     EXPECT_EQ(r.device.stageStates[TextureStageState::AlphaOp], static_cast<uint32_t>(TopSelectArg1));
     EXPECT_EQ(r.device.renderStates[RenderState::DestBlend], static_cast<uint32_t>(BlendInvSrcAlpha));
     r.b.SetAlphaLevel(255);
-    EXPECT_FALSE(r.b.AlphaOn());
-    EXPECT_EQ(r.b.GetAlphaLevel(), 160);
-    EXPECT_EQ(r.b.Corners()[0].diffuse, 0xA0FFFFFFu);
+    EXPECT_EQ(std::tuple(r.b.AlphaOn(), r.b.GetAlphaLevel(), r.b.Corners()[0].diffuse),
+              std::tuple(false, 160, 0xA0FFFFFFu));
 }
 
 TEST(FontField, NameEntryEditing) {

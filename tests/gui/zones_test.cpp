@@ -21,8 +21,7 @@ TEST(Zones, ZonesWithTracksOpenTheOthersAreDimmedAndDead) {
     t.show(ZoneChoice);
     EXPECT_EQ(t.enabled(), (V{2, 4, 5, 6, 7, 8, 9, 46, 59}));  // zone B's all-stars marker
     EXPECT_EQ(t.gui().TabCount, 5);
-    EXPECT_EQ(t.button(5).TabIndex(), 4);
-    EXPECT_EQ(t.button(6).TabIndex(), 5);
+    EXPECT_EQ(std::tuple(t.button(5).TabIndex(), t.button(6).TabIndex()), std::tuple(4, 5));
     for (int s = 7; s <= 9; ++s) {
         EXPECT_EQ(t.button(s).TabIndex(), 0);
         EXPECT_TRUE(t.button(s).AlphaOn());
@@ -39,10 +38,8 @@ TEST(Zones, ZonesWithTracksOpenTheOthersAreDimmedAndDead) {
     t.click(5);
     ASSERT_EQ(t.game->GameState, TrackChoice);
     const LevelStructure& lv = *t.game->levels;
-    EXPECT_EQ(lv.CurrentZone, 2);
-    EXPECT_EQ(lv.ZoneFirstLevel, 11);
-    EXPECT_EQ(lv.ZoneLastLevel, 20);
-    EXPECT_EQ(lv.CurrentLevel, 11);
+    EXPECT_EQ(std::tuple(lv.CurrentZone, lv.ZoneFirstLevel, lv.ZoneLastLevel, lv.CurrentLevel),
+              std::tuple(2, 11, 20, 11));
     EXPECT_EQ(t.field(7), "1 / 10");
     EXPECT_EQ(t.game->track->BuiltLevel, 11);
     EXPECT_EQ(t.game->background->pictureName(), t.dir + "backgrounds/bk001.jpg");
@@ -85,9 +82,8 @@ TEST(Zones, ArrowKeysMoveOverTheZonesAndReturnOpensTheFocusedOne) {
     EXPECT_EQ(t.highlighted(), V{4});
     g.MoveFocusToward(1, 0);
     g.ActivateZoneChoiceFocus();
-    EXPECT_EQ(t.game->GameState, TrackChoice);
-    EXPECT_EQ(t.game->levels->CurrentZone, 2);
-    EXPECT_EQ(t.game->levels->CurrentLevel, 11);
+    EXPECT_EQ(std::tuple(t.game->GameState, t.game->levels->CurrentZone, t.game->levels->CurrentLevel),
+              std::tuple(TrackChoice, 2, 11));
 }
 
 TEST(Zones, EveryZoneDrivesToItsOwnPiece) {
@@ -113,10 +109,9 @@ TEST(UserTracks, NoneFoundShowsTheEmptyTableAndPlaysNothing) {
     ASSERT_EQ(t.game->GameState, UserTrackChoice);
     EXPECT_EQ(t.enabled(), (V{2, 24, 25, 26, 27, 28, 29}));
     ASSERT_EQ(t.gui().FieldCount, 8);
-    EXPECT_EQ(t.field(8), "");  // no track, no name
-    for (int i = 1; i <= 3; ++i) EXPECT_EQ(t.field(i), "No Name");
-    for (int i = 4; i <= 6; ++i) EXPECT_EQ(t.field(i), "0:0");
-    EXPECT_EQ(t.field(7), "0 / 0");
+    // No track, no name.
+    for (int i = 1; i <= 8; ++i)
+        EXPECT_EQ(t.field(i), i <= 3 ? "No Name" : i <= 6 ? "0:0" : i == 7 ? "0 / 0" : "") << i;
     t.click(26);
     t.click(24);
     EXPECT_EQ(t.game->GameState, UserTrackChoice);
