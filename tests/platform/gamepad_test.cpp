@@ -79,20 +79,17 @@ TEST(SdlGamepads, PluggedBeforeOrWhileRunningTheFirstDrivesAndUnpluggingIsReport
     first->axis(SDL_CONTROLLER_AXIS_LEFTX, -1.0f);
     first->axis(SDL_CONTROLLER_AXIS_TRIGGERRIGHT, 1.0f);
     r = pads.read();
-    EXPECT_EQ(r.held, PadA);
-    EXPECT_EQ(r.pressed, PadA);
+    EXPECT_EQ(std::tuple(r.held, r.pressed), std::tuple(PadA, PadA));
     EXPECT_LT(r.stickX, -0.99f);
     EXPECT_GT(r.triggerRight, 0.99f);
     r = pads.read();  // still held: no new press
-    EXPECT_EQ(r.held, PadA);
-    EXPECT_EQ(r.pressed, 0u);
+    EXPECT_EQ(std::tuple(r.held, r.pressed), std::tuple(PadA, 0u));
     first->button(SDL_CONTROLLER_BUTTON_A, false);
 
     // A tap between two reads is seen once.
     first->tap(SDL_CONTROLLER_BUTTON_DPAD_DOWN);
     r = pads.read();
-    EXPECT_EQ(r.held, 0u);
-    EXPECT_EQ(r.pressed, PadDown);
+    EXPECT_EQ(std::tuple(r.held, r.pressed), std::tuple(0u, PadDown));
     EXPECT_EQ(pads.read().pressed, 0u);
 
     // A second controller plugged in while running waits its turn.
@@ -106,16 +103,12 @@ TEST(SdlGamepads, PluggedBeforeOrWhileRunningTheFirstDrivesAndUnpluggingIsReport
     // The driver goes: reported once, and the second one drives.
     first->unplug();
     r = pads.read();
-    EXPECT_TRUE(r.driverLost);
-    EXPECT_TRUE(r.connected);
-    EXPECT_EQ(r.held, PadStart);
+    EXPECT_EQ(std::tuple(r.driverLost, r.connected, r.held), std::tuple(true, true, PadStart));
     r = pads.read();
     EXPECT_FALSE(r.driverLost);
     second.unplug();
     r = pads.read();
-    EXPECT_TRUE(r.driverLost);
-    EXPECT_FALSE(r.connected);
-    EXPECT_EQ(pads.count(), 0u);
+    EXPECT_EQ(std::tuple(r.driverLost, r.connected, pads.count()), std::tuple(true, false, 0u));
 }
 
 // The game on the headless platform, but with SDL's controllers.

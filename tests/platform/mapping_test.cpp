@@ -49,27 +49,21 @@ TEST(Letterbox, ThePictureKeepsItsShapeWithBarsOnTheSpareSides) {
 }
 
 TEST(Letterbox, MousePositionsComeBackInBackBufferPixels) {
-    float x, y;
-    WindowToBackBuffer(LetterboxRect(800, 600, 800, 600), 800, 600, 123, 456, x, y);
-    EXPECT_FLOAT_EQ(x, 123);
-    EXPECT_FLOAT_EQ(y, 456);
+    auto at = [](const ViewRect& view, float windowX, float windowY) {
+        float x, y;
+        WindowToBackBuffer(view, 800, 600, windowX, windowY, x, y);
+        return std::pair(x, y);
+    };
+    EXPECT_EQ(at(LetterboxRect(800, 600, 800, 600), 123, 456), std::pair(123.0f, 456.0f));
     const ViewRect r = LetterboxRect(1920, 1080, 800, 600);
-    WindowToBackBuffer(r, 800, 600, 240, 0, x, y);  // the picture's top-left corner
-    EXPECT_FLOAT_EQ(x, 0);
-    EXPECT_FLOAT_EQ(y, 0);
-    WindowToBackBuffer(r, 800, 600, 960, 540, x, y);  // the desktop's centre
-    EXPECT_FLOAT_EQ(x, 400);
-    EXPECT_FLOAT_EQ(y, 300);
-    WindowToBackBuffer(r, 800, 600, 100, 540, x, y);  // over the left bar: off the picture
-    EXPECT_LT(x, 0);
-    WindowToBackBuffer(r, 800, 600, 1800, 540, x, y);  // over the right bar
-    EXPECT_GT(x, 800);
+    EXPECT_EQ(at(r, 240, 0), std::pair(0.0f, 0.0f));        // the picture's top-left corner
+    EXPECT_EQ(at(r, 960, 540), std::pair(400.0f, 300.0f));  // the desktop's centre
+    EXPECT_LT(at(r, 100, 540).first, 0);                    // over the left bar: off the picture
+    EXPECT_GT(at(r, 1800, 540).first, 800);                 // over the right bar
     // A window of no size does not divide by zero.
     const ViewRect none = LetterboxRect(0, 0, 800, 600);
     EXPECT_EQ(none.w, 0);
-    WindowToBackBuffer(none, 800, 600, 5, 6, x, y);
-    EXPECT_FLOAT_EQ(x, 5);
-    EXPECT_FLOAT_EQ(y, 6);
+    EXPECT_EQ(at(none, 5, 6), std::pair(5.0f, 6.0f));
 }
 
 TEST(GlTransforms, DepthMappingKeepsXYAndWAndIsLinearInD3DDepth) {
