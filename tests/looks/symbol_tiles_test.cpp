@@ -10,7 +10,6 @@
 // RGB. Threshold: 18 L* for every pair in every view (a plain black/white
 // chequer against its inverse would give 100; two renders of one tile 0).
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -24,6 +23,7 @@
 
 #include "platform/D3DMath.h"
 #include "platform/sdl/GlTextures.h"
+#include "tests/support/TestFiles.h"
 
 namespace qb {
 namespace {
@@ -94,12 +94,8 @@ protected:
     static std::string skipped;
 
     static void SetUpTestSuite() {
-        const std::string game = std::string(QUORBIT_GAME_DIR) + "/";
-        const fs::path dir = fs::temp_directory_path() / ("quorbit-symbols-" + std::to_string(::getpid()));
-        fs::remove_all(dir);
-        fs::create_directories(dir);
-        for (const char* sub : {"textures", "backgrounds", "models", "skins", "misc"})
-            fs::create_directory_symlink(fs::path(game) / sub, dir / sub);
+        const fs::path dir = test::FreshDir("symbols");
+        test::LinkGameFolders(dir.string(), {"textures", "backgrounds", "models", "skins", "misc"});
         std::ofstream(dir / "kinds.trk") << kTrack;
         const std::string tools = std::string(QUORBIT_TOOLS_DIR) + "/";
         const std::string build = tools + "quorbit-track build -o " + (dir / "levels.dat").string() + " " +
