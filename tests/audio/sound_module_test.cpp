@@ -48,21 +48,18 @@ TEST(SoundModule, StartUpLoadsEveryEffectAndPieceAndAppliesTheSavedVolumes) {
     Rig r("startup");
     ASSERT_TRUE(r.start(40, -600));
     EXPECT_TRUE(r.sound.SoundReady);
-    EXPECT_EQ(r.device.effects.size(), 8u);
-    EXPECT_EQ(r.device.effects.count(2), 0u);
-    EXPECT_EQ(r.device.effects[1], r.dir + "sfx/Jump.wav");
-    EXPECT_EQ(r.device.effects[9], r.dir + "sfx/transit.wav");
-    EXPECT_EQ(r.device.music[1], r.dir + "music/track01.ogg");
-    EXPECT_EQ(r.device.music[4], r.dir + "music/track04.ogg");
-    EXPECT_EQ(r.device.music[6], r.dir + "music/track06.ogg");
+    // Eight effects (there is no number 2) and seven pieces, from their folders.
+    EXPECT_EQ(std::tuple(r.device.effects.size(), r.device.effects.count(2), r.device.effects.at(1),
+                         r.device.effects.at(9)),
+              std::tuple(8u, 0u, r.dir + "sfx/Jump.wav", r.dir + "sfx/transit.wav"));
+    for (int piece = 1; piece <= 6; ++piece)
+        EXPECT_EQ(r.device.music[piece], r.dir + "music/track0" + std::to_string(piece) + ".ogg");
     EXPECT_EQ(r.device.music[7], r.dir + "music/winlevel.ogg");
     EXPECT_FLOAT_EQ(r.device.musicGain, 0.40f);
     EXPECT_NEAR(r.device.effectGain[4], std::pow(10.0, -600.0 / 2000.0), 1e-6);
     EXPECT_EQ(r.device.effectGain.count(8), 0u) << "the roll-over blip keeps its full level";
-    EXPECT_EQ(r.sound.SfxVolume, -600);
-    EXPECT_EQ(r.sound.MusicVolume, 40);
-    EXPECT_FALSE(r.sound.MusicMuted);
-    EXPECT_FALSE(r.sound.SfxMuted);
+    EXPECT_EQ(std::tuple(r.sound.SfxVolume, r.sound.MusicVolume, r.sound.MusicMuted, r.sound.SfxMuted),
+              std::tuple(-600, 40, false, false));
 }
 
 TEST(SoundModule, FirstRunWritesTwelveZeroBytesOnceSoundStarts) {

@@ -124,13 +124,11 @@ TEST(ColourKey, BitmapPixelsFromAFileAreOpaqueUntilKeyed) {
     SDL_FreeSurface(s);
     ArgbImage img;
     ASSERT_TRUE(LoadArgbImage(path, img));
-    ASSERT_EQ(img.width, 4);
-    ASSERT_EQ(img.height, 2);
-    EXPECT_EQ(img.pixels[0], 0xFFFF00FFu);
-    EXPECT_EQ(img.pixels[3], 0xFF0AC81Eu);
-    EXPECT_EQ(ApplyColourKey(img.pixels.data(), img.pixels.size(), 0xFFFF00FFu), 4u);
-    EXPECT_EQ(img.pixels[4], 0u);
-    EXPECT_EQ(img.pixels[7], 0xFF0AC81Eu);
+    ASSERT_EQ(std::tuple(img.width, img.height), std::tuple(4, 2));
+    const uint32_t m = 0xFFFF00FFu, g = 0xFF0AC81Eu;
+    EXPECT_EQ(img.pixels, (std::vector<uint32_t>{m, m, g, g, m, m, g, g}));
+    EXPECT_EQ(ApplyColourKey(img.pixels.data(), img.pixels.size(), m), 4u);
+    EXPECT_EQ(img.pixels, (std::vector<uint32_t>{0, 0, g, g, 0, 0, g, g}));
     EXPECT_FALSE(LoadArgbImage(::testing::TempDir() + "qb_missing.bmp", img));
 }
 
