@@ -54,13 +54,10 @@ TEST(DebugLog, RecordsAreQuotedWithCrlfAndNumbersPlain) {
         log.WriteLine("after close is harmless");
     }
     const auto lines = test::ReadCrlfLines(dir + "Debug.txt");
-    ASSERT_EQ(lines.size(), 11u);
-    EXPECT_EQ(lines[2], "\"Operating system\",\"\"");
-    EXPECT_EQ(lines[3], "#2026-11-23#");
-    EXPECT_EQ(lines[5], "\"(unknown)\"");
-    EXPECT_EQ(lines[6], "\"CPU Speed\",0,\"Mhz\"");
-    EXPECT_EQ(lines[9], "\"Buffer Overflow -> Compensating\"");
-    EXPECT_EQ(lines[10], "\"say \"\"hi\"\"\"");
+    EXPECT_EQ(lines, (std::vector<std::string>{"", "\"Quorbit Debug\"", "\"Operating system\",\"\"",
+                                               "#2026-11-23#", "", "\"(unknown)\"", "\"CPU Speed\",0,\"Mhz\"",
+                                               "\"Memory\",\"511.48046875\"", "",
+                                               "\"Buffer Overflow -> Compensating\"", "\"say \"\"hi\"\"\""}));
 }
 
 TEST(SystemFacts, ProcessorNameAndAdapterNameCleaning) {
@@ -71,7 +68,6 @@ TEST(SystemFacts, ProcessorNameAndAdapterNameCleaning) {
     card.resize(512, '\0');
     card[300] = 'X';
     EXPECT_EQ(CleanAdapterName(card), "GeForceX");
-    EXPECT_EQ(QuorbitDebug::MegabytesText(536326144ull), "511.48046875");
     EXPECT_EQ(QuorbitDebug::MegabytesText(1024ull * 1024 * 2048), "2048");
     LinuxSystemInfo real;
     EXPECT_GT(real.totalPhysicalMemory(), 0u);
