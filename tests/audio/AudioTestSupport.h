@@ -25,13 +25,6 @@ namespace qb::test {
 
 constexpr int kRate = 44100;
 
-inline std::string AudioScratch(const std::string& name) {
-    const std::string dir = FreshDir("audio-" + name);
-    std::filesystem::create_directories(dir + "sfx");
-    std::filesystem::create_directories(dir + "music");
-    return dir;
-}
-
 // One tone segment: frequency and duration; a test sound is a list of them.
 struct Segment {
     double hz;
@@ -76,7 +69,8 @@ inline const char* const kEffectFiles[] = {"Jump.wav",     "fall.wav",      "get
 // music pieces are tones too: the mixer recognises a stream by its content,
 // so a WAV stands in for the Ogg file and its pitch tells the pieces apart.
 inline std::string ToneGameFolder(const std::string& name, double effectSeconds = 0.3) {
-    const std::string dir = AudioScratch(name);
+    const std::string dir = FreshDir("audio-" + name);
+    for (const char* sub : {"sfx", "music"}) std::filesystem::create_directory(dir + sub);
     for (const char* f : kEffectFiles) WriteToneWav(dir + "sfx/" + f, {{1000, effectSeconds}}, 0.5);
     WriteToneWav(dir + "music/track01.ogg", {{440, 0.3}, {880, 2.0}}, 0.5);
     for (int zone = 2; zone <= 6; ++zone)

@@ -15,6 +15,7 @@
 #include "platform/D3DMath.h"
 #include "platform/DirectX.h"
 #include "shell/KeyScript.h"
+#include "tests/replay/ReplayRuns.h"
 #include "tests/shell/TestGame.h"
 
 namespace qb {
@@ -100,22 +101,6 @@ struct LoopRun {
     }
 };
 
-KeyScript Script(const std::string& text) {
-    KeyScript s;
-    std::string error;
-    EXPECT_TRUE(ParseKeyScript(text, s, error)) << error;
-    return s;
-}
-
-KeyScript Solution(int track) {
-    KeyScript s;
-    std::string error;
-    const std::string name = (track < 10 ? "0" : "") + std::to_string(track) + ".keys";
-    EXPECT_TRUE(LoadKeyScript(std::string(QUORBIT_SOURCE_DIR) + "/content/solutions/" + name, s, error))
-        << error;
-    return s;
-}
-
 void ExpectSameRun(const char* name, int32_t track, const KeyScript& script) {
     LoopRun once(name, false, track, script);
     LoopRun smooth(name, true, track, script);
@@ -130,12 +115,12 @@ TEST(SmoothMotion, TheRunIsTheSameWithDrawingsBetweenFrames) {
     // Bounce pads, falling blocks and moving platforms, each driven to the
     // finish with its stars (and their sparks).
     for (int track : {5, 8, 10}) {
-        const KeyScript s = Solution(track);
+        const KeyScript s = test::Solution(track);
         ASSERT_GT(s.TotalFrames(), 100);
         ExpectSameRun("smooth-solution", track, s);
     }
     // A run that blows up on a deadly block and starts again.
-    ExpectSameRun("smooth-crash", 9, Script("400 Up\n"));
+    ExpectSameRun("smooth-crash", 9, KeyScript{{KeyStep{400, {DIK_UP}}}});
 }
 
 // The game started and racing track 1 from its start.
