@@ -32,12 +32,9 @@ struct Hands : test::ShippedGame {
             bool down[256] = {};
             for (const Hold& h : holds)
                 if (now >= h.fromMs && now < h.toMs) down[h.key] = true;
-            for (int k = 0; k < 256; ++k) {
-                if (down[k])
-                    t.hp.keyboard.press(static_cast<uint8_t>(k));
-                else
-                    t.hp.keyboard.release(static_cast<uint8_t>(k));
-            }
+            for (int k = 0; k < 256; ++k)
+                down[k] ? t.hp.keyboard.press(static_cast<uint8_t>(k))
+                        : t.hp.keyboard.release(static_cast<uint8_t>(k));
         });
     }
 };
