@@ -45,8 +45,8 @@ TEST(DisplayFit, FullScreenFillsEveryShapeAndTheLayoutFitsCentred) {
         ASSERT_TRUE(t.game->startup());
         const DirectX& dx = *t.game->dx;
         // The back buffer is the whole display, at its own resolution.
-        EXPECT_EQ(t.hp.graphics.created.width, d.w);
-        EXPECT_EQ(t.hp.graphics.created.height, d.h);
+        EXPECT_EQ(std::tuple(t.hp.graphics.created.width, t.hp.graphics.created.height),
+                  std::tuple(d.w, d.h));
         const float s = dx.Present.screenScale;
         EXPECT_FLOAT_EQ(s, std::min(d.w / 800.0f, d.h / 600.0f));
         // The layout touches two opposite edges and is centred between the others.
@@ -91,9 +91,8 @@ TEST(DisplayFit, AWindowKeepsTheVideoModesAtTheScreensPixelDensity) {
         EXPECT_FLOAT_EQ(dx.GuiOffsetX, 0);
         t.game->ChangeVideoMode(2);
         EXPECT_EQ(dx.Present.width, static_cast<int>(1024 * density));
-        EXPECT_FLOAT_EQ(dx.ScreenWidth, 1024);
-        EXPECT_FLOAT_EQ(dx.GuiOffsetX, 112);
-        EXPECT_FLOAT_EQ(dx.GuiOffsetY, 84);
+        EXPECT_EQ(std::tuple(dx.ScreenWidth, dx.GuiOffsetX, dx.GuiOffsetY),
+                  std::tuple(1024.0f, 112.0f, 84.0f));
         EXPECT_NEAR(t.hp.graphics.projection.m[0][0], t.hp.graphics.projection.m[1][1],
                     1e-6);  // 4:3 as always
     }
@@ -114,10 +113,9 @@ TEST(DisplayFit, GoingFullScreenMidRaceRefitsWithoutRestartingTheRun) {
     t.hp.graphics.displayW = 1920;
     t.hp.graphics.displayH = 1080;
     g.FitToDisplay();
-    EXPECT_EQ(g.dx->Present.width, 1920);
-    EXPECT_EQ(t.hp.graphics.resetCount, 1);
-    EXPECT_EQ(g.RaceFrames, 40);
-    EXPECT_EQ(g.gui->Field(1).Get_String(), "Stars 2 / of 5");
+    EXPECT_EQ(
+        std::tuple(g.dx->Present.width, t.hp.graphics.resetCount, g.RaceFrames, g.gui->Field(1).Get_String()),
+        std::tuple(1920, 1, 40, "Stars 2 / of 5"));
     // The sky covers the whole display.
     g.background->draw();
     EXPECT_FLOAT_EQ(g.background->quad()[3].x * g.dx->Present.screenScale, 1920);
