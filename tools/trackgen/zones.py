@@ -4,6 +4,7 @@ a track; later zones combine what it taught, harder towards the end of each
 zone and from zone to zone."""
 
 from trackkit import Track
+import bridges
 
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
@@ -131,15 +132,14 @@ def shuttle_service():
 
 # --- zone 2: Sky Bridges, gaps, stones, shuttles and parting ways ------------
 
-def z2(n, name, idea, parts, h=3, a=2):
+def z2(n, name, idea, parts, a=2, spread=1.0):
+    # Each sky bridge opens with its own first piece: the parts start at the
+    # start line. `spread` scales the road laid between the parts.
     t = Track(n, name, idea)
     t.a = a
-    t.road(30)
-    t.hug(1, at=12)
-    t.ramp_up(h, land=20)
     for p in parts:
         p(t)
-        t.road(Track.spacing)
+        t.road(round(Track.spacing * spread))
     t.finish()
     return t
 
@@ -168,22 +168,138 @@ def leap(g, dh=0):
     return lambda t: t.gap(g, land=26, dh=dh)
 
 
+def lanes_in_the_sky():
+    def plaza(t):
+        t.road(24)
+        t.hug(1, at=6)
+        bridges.reshape(t, 6, keep=0)
+        t.road(30)
+
+    def switch(side, a):
+        def f(t):
+            bridges.reshape(t, a)
+            bridges.hold(t, side)
+        return f
+
+    return z2(12, "Lanes in the Sky", "the road parts into two narrow lanes round holes and meets again",
+              [plaza, lambda t: bridges.eye(t, 44), switch(-1, 6), lambda t: bridges.eye(t, 80, stars=3),
+               leap(5), switch(1, 5), lambda t: bridges.eye(t, 40, stars=1), leap(6), switch(-1, 5),
+               lambda t: bridges.eye(t, 30, stars=1), lambda t: bridges.reshape(t, 2)], spread=0)
+
+
+def long_way_round():
+    return z2(11, "Long Way Round", "the straight way ends in the air: out to the side and back, over gaps",
+              [lambda t: t.road(30), lambda t: bridges.drift(t, 4, stub=50), lambda t: t.road(30), leap(6),
+               lambda t: bridges.drift(t, -8, stub=40), lambda t: t.road(30), leap(7),
+               lambda t: bridges.drift(t, 4, stub=30)])
+
+
+def drift_wood():
+    def log(g, side, land):
+        return lambda t: bridges.hop(t, g, dx=2 * t.side, land=land, side=side)
+
+    def start(t):
+        t.road(30)
+        t.hug(1, at=6)
+        t.road(10)
+
+    return z2(15, "Drift Wood", "logs of all lengths, each set off from the last",
+              [start, log(5, 1, 30), log(6, -1, 44), log(5, -1, 24)])
+
+
+def crossings():
+    def start(t):
+        t.road(20)
+        t.hug(1, at=4)
+        bridges.reshape(t, 1)
+        bridges.drift(t, 4, star=False)
+        t.road(10)
+
+    return z2(13, "Crossings", "two narrow roads cross from side to side, again and again, broken at the turns",
+              [start, lambda t: bridges.crossing(t, 5), lambda t: bridges.crossing(t, 5, gap=5),
+               lambda t: bridges.crossing(t, 5, gap=6), lambda t: t.road(10)])
+
+
+def the_ferry():
+    def pier(t):
+        bridges.reshape(t, 1)
+        t.road(30)
+
+    def shore(t):
+        bridges.reshape(t, 4, keep=0)
+        t.road(20)
+
+    return z2(14, "The Ferry", "out along a pier, over on the ferry, onto the far shore; and back",
+              [lambda t: (t.road(30), t.hug(1, at=6)), pier, shuttle(12, 3, 3), shore, pier,
+               shuttle(14, 4, 3, "left"), shore])
+
+
+def rope_bridge():
+    def anchor(side):
+        def f(t):
+            bridges.reshape(t, 3, keep=0)
+            # Out to a star by the anchor's kerb and back to the middle for
+            # the next span.
+            z = t.z
+            t.hug(side, at=z + 1)
+            t.star_here(22)
+            t.act(z + 24, "x", 0)
+            t.side = 0
+            t.road(46)
+            bridges.reshape(t, 1, keep=0)
+        return f
+
+    return z2(17, "Rope Bridge", "narrow spans between wide anchors, planks missing",
+              [lambda t: t.road(30), anchor(1), lambda t: t.road(60), anchor(-1), lambda t: t.road(20), leap(5),
+               anchor(1), lambda t: t.road(20), leap(5), leap(6)], a=1, spread=0.3)
+
+
+def high_wire():
+    def step(t):
+        t.road(20)
+        t.step_up(1, tread=16)
+
+    return z2(16, "High Wire", "a thin wire zigzags up from side to side",
+              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 4), step,
+               lambda t: bridges.drift(t, -8), step, lambda t: bridges.drift(t, 8), step,
+               lambda t: bridges.drift(t, -4)], a=1)
+
+
+def stepping_stones():
+    def stones(t):
+        t.road(30)
+        # Every stone in one piece, so that no road is laid between them.
+        # (gap, middle of the stone from the car's line, half its width - 0.4, length)
+        for g, off, a, land in ((5, -1.5, 2, 22), (5, 0.5, 1, 21), (6, 2, 3, 30), (5, -0.5, 1, 18),
+                                (6, -1, 2.5, 26), (5, 1.5, 2, 20), (6, -0.5, 1, 24)):
+            # The car keeps straight on along x 0 from the start.
+            bridges.hop(t, g, dx=off - t.cx, a=a, land=land, side=0, kerbs=False)
+        bridges.hop(t, 6, dx=-t.cx, a=2, land=30, side=0)
+
+    return z2(18, "Stepping Stones", "stones of every size, scattered left and right", [stones])
+
+
+def cloud_hopper():
+    def cloud(g, dx, a, land, side, dh=0):
+        return lambda t: bridges.hop(t, g, dx=dx, a=a, land=land, side=side, dh=dh)
+
+    return z2(19, "Cloud Hopper", "wide clouds, one above the next, crossed side to side",
+              [lambda t: (t.road(20), t.hug(-1, at=4)), cloud(6, 0, 4, 56, 1), cloud(5, 2, 3, 46, -1, 1),
+               cloud(6, -2, 4, 60, 1), cloud(5, 3, 3, 46, -1, 1), cloud(6, -2, 4, 56, 1, -1)])
+
+
+def bridge_of_sighs():
+    return z2(20, "Bridge of Sighs", "everything the sky bridges have",
+              [lambda t: (t.road(20), t.hug(1, at=4), bridges.reshape(t, 5, keep=0), t.road(20)),
+               lambda t: bridges.eye(t, 50), lambda t: bridges.reshape(t, 1), lambda t: bridges.drift(t, -8),
+               leap(6), shuttle(12, 4, 3, "left"), lambda t: bridges.crossing(t, 4, gap=5),
+               lambda t: t.road(16), leap(6, 1), leap(7)])
+
+
 def zone2():
-    return [
-        z2(11, "Lanes in the Sky", "the road parts round holes; the stars take one side",
-           [parting(1), leap(5), parting(-1), leap(6)]),
-        z2(12, "Long Way Round", "out to the side and back, over gaps", [jog(6), leap(7), parting(-1), jog(-6), leap(7)]),
-        z2(13, "Drift Wood", "a weave of bridges with gaps", [jog(5), leap(6), jog(-6), leap(7), jog(5)]),
-        z2(14, "Crossings", "a shuttle, then parting ways", [shuttle(10, 3, 2), parting(-1), leap(6)], h=4),
-        z2(15, "The Ferry", "two shuttles, one each way", [shuttle(), jog(4), shuttle(12, 4, 3, "left")], h=4),
-        z2(16, "Rope Bridge", "gaps with a side step between", [leap(5), jog(-5), leap(6), jog(5), leap(6)], a=1),
-        z2(17, "High Wire", "stones and parting ways high up",
-           [stones(3, 6), parting(1), stones(2, 7)], h=4),
-        z2(18, "Stepping Stones", "islands a jump apart", [stones(3), stones(3, 6)]),
-        z2(19, "Cloud Hopper", "stones, some a step higher", [stones(2), leap(5, 1), stones(2, 6), leap(6, -1)]),
-        z2(20, "Bridge of Sighs", "everything the sky bridges have",
-           [stones(3, 6), shuttle(12, 4, 3, "left"), parting(1), jog(-5), leap(8), leap(6, 1)], h=4),
-    ]
+    # In the order of their difficulty as measured.
+    return [long_way_round(), lanes_in_the_sky(), crossings(), the_ferry(), drift_wood(), high_wire(), rope_bridge(),
+            stepping_stones(), cloud_hopper(), bridge_of_sighs()]
 
 
 # --- zone 3: Frost Run, ice and turbo -----------------------------------------
