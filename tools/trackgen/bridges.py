@@ -49,12 +49,24 @@ def cover(t, z0, z1, spans, kerbs=True):
             t.block(k0, k1, z0, z1, t.h + 1, thick=2, top_tex="accent", side="side")
 
 
+def road_span(t):
+    """The leftmost and rightmost road edges laid so far (kerbs aside)."""
+    xs = []
+    for line in t.lines:
+        w = line.split()
+        if w[0] == "block" and not line.rstrip().endswith("accent"):
+            xs += [float(w[1]), float(w[1]) + float(w[4])]
+    return min(xs), max(xs)
+
+
 def lane(cx, a):
     return (cx - a - 0.4, cx + a + 0.4)
 
 
 def beside(t, length, others=(), kerbs=True):
     """The car's road on for `length`, with other roads beside it."""
+    if length <= 0:
+        return
     cover(t, t.z, t.z + length, [lane(t.cx, t.a)] + list(others), kerbs)
     t.z += length
 
@@ -96,11 +108,13 @@ def drift(t, dx, run=7, star=True, stub=0):
     straight, end = lane(t.cx, t.a), t.z + stub
     for i in range(steps):
         t.cx += s
-        beside(t, run, [straight] if t.z < end else [])
+        beside(t, min(run, max(0, end - t.z)), [straight])
+        beside(t, run - min(run, max(0, end - t.z)))
         if star and i == steps // 2:
             t.star_here(-run / 2.0)
+    # A stub longer than the drift runs on beside the road after it.
     if t.z < end:
-        cover(t, t.z, end, [straight])
+        beside(t, end - t.z, [straight])
     t.pieces.add("drift")
 
 

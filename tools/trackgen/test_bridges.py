@@ -6,19 +6,20 @@ free of kerb fronts, and roads side by side get the kerbs they need.
 import unittest
 
 import bridges
+import zones
 from trackkit import Track
 
 SIDEWAYS = 0.2  # units across per unit along while a steering key is held
 
 
 def blocks(t):
-    """(x0, x1, z0, z1, top) of every block laid."""
+    """(x0, x1, z0, z1, top, bottom) of every block laid."""
     out = []
     for line in t.lines:
         w = line.split()
         if w[0] == "block":
             x, y, z, sx, sy, sz = map(float, w[1:7])
-            out.append((x, x + sx, z, z + sz, y + sy))
+            out.append((x, x + sx, z, z + sz, y + sy, y))
     return out
 
 
@@ -145,6 +146,23 @@ class CarsLine(unittest.TestCase):
         t.road(30)
         with self.assertRaises(AssertionError):
             bridges.hop(t, 5, dx=-2, a=1, land=20, side=0, kerbs=False)
+
+
+class SkyBridges(unittest.TestCase):
+    def test_no_two_blocks_of_a_track_share_space(self):
+        # Roads laid beside one another must meet edge to edge: a kerb inside
+        # a road or two kerbs in one place flicker and catch the car.
+        def inside(a0, a1, b0, b1):
+            return min(a1, b1) - max(a0, b0) > 1e-6
+
+        Track.start, Track.spacing = 1, 0
+        for t in zones.zone2():
+            bs = blocks(t)
+            for i, a in enumerate(bs):
+                for b in bs[i + 1:]:
+                    with self.subTest(track=t.number, a=a, b=b):
+                        self.assertFalse(inside(a[0], a[1], b[0], b[1]) and inside(a[2], a[3], b[2], b[3]) and
+                                         inside(a[5], a[4], b[5], b[4]))
 
 
 if __name__ == "__main__":

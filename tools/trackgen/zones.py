@@ -141,6 +141,9 @@ def z2(n, name, idea, parts, a=2, spread=1.0):
         p(t)
         t.road(round(Track.spacing * spread))
     t.finish()
+    # The camera follows along z only: roads further out leave the picture.
+    x0, x1 = bridges.road_span(t)
+    assert -8.5 < x0 and x1 < 8.5, "track %d: road out to x %s .. %s" % (n, x0, x1)
     return t
 
 
@@ -195,16 +198,20 @@ def long_way_round():
 
 
 def drift_wood():
-    def log(g, side, land):
-        return lambda t: bridges.hop(t, g, dx=2 * t.side, land=land, side=side)
-
-    def start(t):
+    def river(t):
         t.road(30)
         t.hug(1, at=6)
         t.road(10)
+        # (gap, the kerb held on the log, its length, a log drifting beside:
+        #  its middle, its half width and where it lies from the log's start)
+        for g, side, land, (mid, a, z0, z1) in ((5, 1, 30, (-5, 1, -2, 22)), (6, -1, 44, (-3, 1, 12, 46)),
+                                                 (5, -1, 26, (-5, 1, 4, 20)), (6, 1, 36, (6, 1, -5, 24))):
+            z = t.z + g
+            bridges.hop(t, g, dx=2 * t.side, land=land, side=side)
+            bridges.cover(t, z + z0, z + z1, [bridges.lane(mid, a)])
+        t.road(20)
 
-    return z2(15, "Drift Wood", "logs of all lengths, each set off from the last",
-              [start, log(5, 1, 30), log(6, -1, 44), log(5, -1, 24)])
+    return z2(17, "Drift Wood", "logs of all lengths, each set off from the last, others drifting by", [river])
 
 
 def crossings():
@@ -226,10 +233,12 @@ def the_ferry():
         t.road(30)
 
     def shore(t):
-        bridges.reshape(t, 4, keep=0)
+        # Wider out to the left: the piers and landings keep clear of the
+        # picture's right edge.
+        bridges.reshape(t, 4, keep=1)
         t.road(20)
 
-    return z2(14, "The Ferry", "out along a pier, over on the ferry, onto the far shore; and back",
+    return z2(15, "The Ferry", "out along a pier, over on the ferry, onto the far shore; and back",
               [lambda t: (t.road(30), t.hug(1, at=6)), pier, shuttle(12, 3, 3), shore, pier,
                shuttle(14, 4, 3, "left"), shore])
 
@@ -237,21 +246,25 @@ def the_ferry():
 def rope_bridge():
     def anchor(side):
         def f(t):
-            bridges.reshape(t, 3, keep=0)
-            # Out to a star by the anchor's kerb and back to the middle for
-            # the next span.
-            z = t.z
-            t.hug(side, at=z + 1)
-            t.star_here(22)
-            t.act(z + 24, "x", 0)
-            t.side = 0
-            t.road(46)
+            bridges.reshape(t, 5, keep=0)
+            if side:
+                # Out to a star by the anchor's kerb and back to the middle
+                # for the next span.
+                z = t.z
+                t.hug(side, at=z + 1)
+                t.star_here(28)
+                t.act(z + 30, "x", 0)
+                t.side = 0
+                t.road(62)
+            else:
+                t.star_here(12)
+                t.road(24)
             bridges.reshape(t, 1, keep=0)
         return f
 
-    return z2(17, "Rope Bridge", "narrow spans between wide anchors, planks missing",
-              [lambda t: t.road(30), anchor(1), lambda t: t.road(60), anchor(-1), lambda t: t.road(20), leap(5),
-               anchor(1), lambda t: t.road(20), leap(5), leap(6)], a=1, spread=0.3)
+    return z2(14, "Rope Bridge", "long narrow spans between wide anchors, planks missing",
+              [lambda t: t.road(24), anchor(0), lambda t: t.road(90), anchor(1), lambda t: t.road(40), leap(5),
+               lambda t: t.road(10), anchor(-1), lambda t: t.road(50), leap(6)], a=1, spread=0.3)
 
 
 def high_wire():
@@ -260,9 +273,9 @@ def high_wire():
         t.step_up(1, tread=16)
 
     return z2(16, "High Wire", "a thin wire zigzags up from side to side",
-              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 4), step,
-               lambda t: bridges.drift(t, -8), step, lambda t: bridges.drift(t, 8), step,
-               lambda t: bridges.drift(t, -4)], a=1)
+              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 5), step,
+               lambda t: bridges.drift(t, -10), step, lambda t: bridges.drift(t, 10), step,
+               lambda t: bridges.drift(t, -5)], a=1)
 
 
 def stepping_stones():
@@ -280,25 +293,34 @@ def stepping_stones():
 
 
 def cloud_hopper():
-    def cloud(g, dx, a, land, side, dh=0):
-        return lambda t: bridges.hop(t, g, dx=dx, a=a, land=land, side=side, dh=dh)
+    def cloud(g, dx, a, land, side, dh, puff):
+        def f(t):
+            bridges.hop(t, g, dx=dx, a=a, land=16 + 5 * a, side=side, dh=dh)
+            # Once the car is over at its kerb the cloud billows out on the
+            # other side.
+            bridges.reshape(t, a + puff)
+            t.road(land - 26 - 5 * a)
+            bridges.reshape(t, a)
+            t.road(10)
+        return f
 
-    return z2(19, "Cloud Hopper", "wide clouds, one above the next, crossed side to side",
-              [lambda t: (t.road(20), t.hug(-1, at=4)), cloud(6, 0, 4, 56, 1), cloud(5, 2, 3, 46, -1, 1),
-               cloud(6, -2, 4, 60, 1), cloud(5, 3, 3, 46, -1, 1), cloud(6, -2, 4, 56, 1, -1)])
+    return z2(19, "Cloud Hopper", "wide clouds billowing out, one above the next, crossed side to side",
+              [lambda t: (t.road(20), t.hug(-1, at=4)), cloud(6, 0, 4, 64, 1, 0, 1), cloud(5, 2, 3, 52, -1, 1, 1),
+               cloud(6, -2, 4, 66, 1, 0, 1), cloud(5, 2, 3, 52, -1, 1, 1), cloud(6, -2, 4, 60, 1, -1, 1)])
 
 
 def bridge_of_sighs():
     return z2(20, "Bridge of Sighs", "everything the sky bridges have",
               [lambda t: (t.road(20), t.hug(1, at=4), bridges.reshape(t, 5, keep=0), t.road(20)),
-               lambda t: bridges.eye(t, 50), lambda t: bridges.reshape(t, 1), lambda t: bridges.drift(t, -8),
-               leap(6), shuttle(12, 4, 3, "left"), lambda t: bridges.crossing(t, 4, gap=5),
+               lambda t: bridges.eye(t, 50), lambda t: bridges.reshape(t, 1), lambda t: bridges.drift(t, -4),
+               leap(6), shuttle(12, 4, 3, "left"), lambda t: bridges.drift(t, -4),
+               lambda t: bridges.crossing(t, 4, gap=5),
                lambda t: t.road(16), leap(6, 1), leap(7)])
 
 
 def zone2():
     # In the order of their difficulty as measured.
-    return [long_way_round(), lanes_in_the_sky(), crossings(), the_ferry(), drift_wood(), high_wire(), rope_bridge(),
+    return [long_way_round(), lanes_in_the_sky(), crossings(), rope_bridge(), the_ferry(), high_wire(), drift_wood(),
             stepping_stones(), cloud_hopper(), bridge_of_sighs()]
 
 
