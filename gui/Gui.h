@@ -133,6 +133,8 @@ private:
     int32_t TrackNumberBottom() const;
     void FastestTimeFields();
     void SetupPauseMenu();
+    // "Stars 2 / of 5" for the run that has just finished.
+    std::string StarsTakenText() const;
     // The watch button when the track's best run can be watched, else why
     // not in fields `field` and `field` + 1.
     void OfferWatch(int32_t field);

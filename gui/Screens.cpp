@@ -141,29 +141,25 @@ void Gui::SetupScreen(int Direction) {
             SetupPauseMenu();
             break;
         case NameEntry:
-            // Both texts within the bands of the panel (a name too wide for
-            // its band is drawn smaller by the device).
+            // The texts within the bands of the panel (a name too wide for
+            // its band is drawn smaller by the device); the stars above the
+            // time band as on the made-it screen, the line against the best
+            // run between the time and the name.
             Button(35).enabled(true);
-            NewFields(3);
-            AddField(1, 330, 450, PanelBandLeft, PanelBandRight, 30, 255, 255, 0, clsFontField::NamePrompt);
-            AddField(2, 225, 300, PanelBandLeft, PanelBandRight, 30, 0, 0, 0, "Your Time = ");
-            AddField(3, 280, 330, PanelBandLeft, PanelBandRight, 18, 0, 0, 0, "");  // against the best run
+            NewFields(4);
+            AddField(1, 370, 450, PanelBandLeft, PanelBandRight, 30, 255, 255, 0, clsFontField::NamePrompt);
+            AddField(2, 269, 344, PanelBandLeft, PanelBandRight, 30, 0, 0, 0, "Your Time = ");
+            AddField(3, 334, 358, PanelBandLeft, PanelBandRight, 13, 255, 255, 255, "");
+            AddField(4, 230, 260, PanelBandLeft, PanelBandRight, 18, 255, 255, 0, StarsTakenText());
             break;
         case MadeIt:
             Button(36).enabled(true);
             NewFields(3);
             AddField(1, 340, 450, PanelBandLeft, PanelBandRight, 30, 0, 0, 0, "Test Time");
-            {
-                // The stars this drive took, before the finish resets the count.
-                const LevelStructure& lv = *game_.levels;
-                const int32_t stars =
-                    lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
-                // Above the time band, where the panel has room; the line
-                // against the best run goes under the band, above the hint.
-                AddField(2, 290, 320, PanelBandLeft, PanelBandRight, 18, 255, 255, 0,
-                         "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars));
-            }
-            AddField(3, 391, 415, PanelBandLeft, PanelBandRight, 13, 255, 255, 255,
+            // Above the time band, where the panel has room; the line
+            // against the best run goes under the band, above the hint.
+            AddField(2, 290, 320, PanelBandLeft, PanelBandRight, 18, 255, 255, 0, StarsTakenText());
+            AddField(3, 402, 422, PanelBandLeft, PanelBandRight, 13, 255, 255, 255,
                      "");  // against the best run
             break;
         case Options:
@@ -191,6 +187,14 @@ void Gui::SetupScreen(int Direction) {
             break;
     }
     ReleaseHiddenPictures();
+}
+
+std::string Gui::StarsTakenText() const {
+    // The stars this drive took: the finish screens are set up before the
+    // finish resets the count.
+    const LevelStructure& lv = *game_.levels;
+    const int32_t stars = lv.HasLevel(lv.CurrentLevel) ? lv.Level(lv.CurrentLevel).StarUpper + 1 : 0;
+    return "Stars " + std::to_string(game_.StarsCollected) + " / of " + std::to_string(stars);
 }
 
 void Gui::SetupMainMenu() {

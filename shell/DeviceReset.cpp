@@ -35,12 +35,25 @@ void frmGame::FitToDisplay() {
     gui->OnChangeVideoMode();
     if (!background->pictureName().empty()) background->create(background->pictureName());
     // The screen's fields are placed again, showing what they showed (the
-    // star count in play, a name half typed).
-    std::vector<std::string> texts;
-    for (int32_t i = 1; gui->HasField(i); ++i) texts.push_back(gui->Field(i).Get_String());
+    // star count in play, a name half typed, the finish's time against the
+    // best in its colour).
+    struct Shown {
+        std::string text;
+        int16_t r = 0, g = 0, b = 0;
+    };
+    std::vector<Shown> shown;
+    for (int32_t i = 1; gui->HasField(i); ++i) {
+        Shown s{gui->Field(i).Get_String()};
+        gui->Field(i).Get_Colour(s.r, s.g, s.b);
+        shown.push_back(s);
+    }
     gui->SetupScreen(0);
-    if (static_cast<size_t>(gui->FieldCount) == texts.size())
-        for (int32_t i = 1; gui->HasField(i); ++i) gui->Field(i).Set_Text(texts[static_cast<size_t>(i - 1)]);
+    if (static_cast<size_t>(gui->FieldCount) == shown.size())
+        for (int32_t i = 1; gui->HasField(i); ++i) {
+            const Shown& s = shown[static_cast<size_t>(i - 1)];
+            gui->Field(i).Set_Text(s.text);
+            gui->Field(i).Set_Colour(s.r, s.g, s.b);
+        }
 }
 
 void frmGame::ChangeVideoMode(int32_t mode) {

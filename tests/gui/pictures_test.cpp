@@ -153,8 +153,8 @@ TEST(Pictures, NamesAndTimesSitOnTheBandsMadeForThem) {
         int panelSlot;
         std::vector<int> fields;
     };
-    for (const Case& c :
-         {Case{TrackChoice, 29, {1, 2, 3, 4, 5, 6}}, Case{NameEntry, 35, {1, 2}}, Case{MadeIt, 36, {1, 2}}}) {
+    for (const Case& c : {Case{TrackChoice, 29, {1, 2, 3, 4, 5, 6}}, Case{NameEntry, 35, {1, 2, 3, 4}},
+                          Case{MadeIt, 36, {1, 2, 3}}}) {
         t.show(c.state);
         GUI_Button& panel = t.button(c.panelSlot);
         const Bmp bmp = ReadBmp(panel.PictureFile());

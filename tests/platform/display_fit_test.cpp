@@ -127,5 +127,30 @@ TEST(DisplayFit, GoingFullScreenMidRaceRefitsWithoutRestartingTheRun) {
     EXPECT_EQ(t.hp.graphics.resetCount, 1);
 }
 
+// The finish screen's texts were filled in after it was set up: a refit
+// must not put back the set-up's texts or colours.
+TEST(DisplayFit, GoingFullScreenOnTheNameEntryKeepsItsTextsAndColours) {
+    test::TestGame t("fit-name");
+    frmGame& g = *t.game;
+    ASSERT_TRUE(g.startup());
+    g.GameState = NameEntry;
+    g.gui->SetupScreen(0);
+    g.gui->Field(1).Set_Text("ANN");
+    g.gui->Field(2).Set_Text("Time = 17:80");
+    g.gui->Field(3).Set_Text("-0:04 a new best");
+    g.gui->Field(3).Set_Colour(120, 255, 120);
+    std::vector<std::string> before;
+    for (int32_t i = 1; g.gui->HasField(i); ++i) before.push_back(g.gui->Field(i).Get_String());
+    t.hp.graphics.fullScreen = true;
+    t.hp.graphics.displayW = 1920;
+    t.hp.graphics.displayH = 1080;
+    g.FitToDisplay();
+    ASSERT_EQ(t.hp.graphics.resetCount, 1);
+    std::vector<std::string> after;
+    for (int32_t i = 1; g.gui->HasField(i); ++i) after.push_back(g.gui->Field(i).Get_String());
+    EXPECT_EQ(after, before);
+    EXPECT_EQ(g.gui->Field(3).Colour(), 0xFF78FF78u);
+}
+
 }  // namespace
 }  // namespace qb

@@ -83,7 +83,7 @@ TEST(PlayEffects, AStarAJumpAndTheFinish) {
         R"(21: [stop 1] [rewind 1] [play 1] [stop 1] [rewind 1] [play 1] jumps 2 blown 0 fallen 0 | kept 0/0/0
 48: [stop 4] [rewind 4] [play 4] 1='Stars 1 / of 3'
 67: [stop 4] [rewind 4] [play 4] 1='Stars 2 / of 3'
-77: [stop 3] 1='Your NAME' 2='Time = 3:04' jumps 0 blown 0 fallen 0 | kept 2/0/0 state 5
+77: [stop 3] 1='Your NAME' 2='Time = 3:04' 4='Stars 2 / of 3' jumps 0 blown 0 fallen 0 | kept 2/0/0 state 5
 )");
 }
 

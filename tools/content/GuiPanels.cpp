@@ -123,7 +123,10 @@ enum class Result { Record, MadeIt, Watched };
 // end of a watched best run has the band and its own heading.
 Picture ResultPanel(Result kind) {
     const bool record = kind == Result::Record;
-    constexpr int W = 420, H = 330;
+    // A record's panel is taller: the stars taken stand above its time band,
+    // as on the others, with the name box under the band.
+    constexpr int W = 420;
+    const int H = record ? 370 : 330;
     Picture pic(W, H, KeyBlack);
     pic.panel(0, 0, W, H, 18, Rgb{40, 58, 124}, Rgb{14, 20, 52});
     pic.border(0, 0, W, H, 18, 3, p::Cyan);
@@ -141,11 +144,13 @@ Picture ResultPanel(Result kind) {
     hint.bold = false;
     hint.colour = p::Ice;
     if (record) {
-        pic.panel(20, 80, W - 40, 64, 12, Rgb{236, 242, 255}, Rgb{176, 192, 226});
-        pic.panel(20, 182, W - 40, 64, 12, Rgb{8, 12, 34}, Rgb{24, 30, 70});
-        pic.border(20, 182, W - 40, 64, 12, 2, p::Gold);
-        pic.text("Type your name (up to 15 letters)", W / 2.0f, 272, hint);
-        pic.text("and press Return", W / 2.0f, 292, hint);
+        // The game writes the stars above the band and how the time
+        // compares with the best run between the band and the name box.
+        pic.panel(20, 124, W - 40, 64, 12, Rgb{236, 242, 255}, Rgb{176, 192, 226});
+        pic.panel(20, 222, W - 40, 64, 12, Rgb{8, 12, 34}, Rgb{24, 30, 70});
+        pic.border(20, 222, W - 40, 64, 12, 2, p::Gold);
+        pic.text("Type your name (up to 15 letters)", W / 2.0f, 312, hint);
+        pic.text("and press Return", W / 2.0f, 332, hint);
     } else if (kind == Result::Watched) {
         // The game writes who drove it and the stars above the band.
         pic.panel(20, 192, W - 40, 64, 12, Rgb{236, 242, 255}, Rgb{176, 192, 226});
@@ -158,7 +163,8 @@ Picture ResultPanel(Result kind) {
         sub.colour = p::White;
         pic.text("You made it to the finish", W / 2.0f, 110, sub);
         pic.text("but not into the fastest three.", W / 2.0f, 136, hint);
-        pic.text("Click or press Return to go on", W / 2.0f, 290, hint);
+        // Low enough to leave the game a line under the band.
+        pic.text("Click or press Return to go on", W / 2.0f, 298, hint);
     }
     return pic;
 }
