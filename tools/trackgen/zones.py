@@ -5,6 +5,7 @@ zone and from zone to zone."""
 
 from trackkit import Track
 import bridges
+import frost
 
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
@@ -350,18 +351,111 @@ def z3(n, name, idea, parts):
     return t
 
 
+def black_ice():
+    t = Track(21, "Black Ice", "a ribbon of ice that drifts from side to side: lean on the kerb it moves to")
+    t.a = 2
+    t.road(30)
+    for side, steps in ((-1, 4), (1, 8), (-1, 8), (1, 4)):
+        frost.drift(t, side, steps)
+    t.finish()
+    return t
+
+
+def slide_rule():
+    t = Track(22, "Slide Rule", "the road slides a lane at a time on ice, then snaps back across")
+    t.a = 3
+    t.road(30)
+    t.shift(-3, length=10, star=False)
+    for k in range(3):
+        frost.drift(t, 1, 6, tread=8, star_every=2)
+        if k < 2:
+            t.shift(-6, length=10, star=False)
+    t.finish()
+    return t
+
+
+def frozen_lake():
+    t = Track(23, "Frozen Lake", "the road opens onto a lake of ice with holes in it: round each on the far side")
+    t.a = 3
+    t.road(30)
+    for w in (4, 5, 6):
+        frost.span(t, -w, w, 6, "ice")
+    # Open water on alternate sides; the route leans on the other kerb.
+    holes = [((-1, 6), (-6, 1))[k % 2] + (30 + 76 * k, 46 + 76 * k) for k in range(6)]
+    z0 = t.z
+    for k, (hx0, hx1, dz0, dz1) in enumerate(holes):
+        side = -1 if hx0 + hx1 > 0 else 1
+        t.side = side
+        t.act(z0 + (dz0 - 60 if k else 0) + 0.5, "x", side * 13)
+        t.star(side * 7, t.h, z0 + (dz0 + dz1) / 2)
+    frost.field(t, -7, 7, holes[-1][3] + 14, holes=holes)
+    # Out by the right-hand shore, where the route already is.
+    for lo in (-5, -3, -1, 1):
+        frost.span(t, lo, 7, 6, "ice")
+    t.road(20)
+    t.finish()
+    return t
+
+
+def glacier_mouth():
+    t = Track(24, "Glacier Mouth", "a wide glacier narrows to its mouth; jump off the end, twice")
+    t.a = 2
+    t.road(24)
+    for side, lo, hi, g in ((1, -7, 6, 6), (-1, -6, 7, 7)):
+        frost.splay(t, lo, hi)
+        t.hug(-side)
+        frost.span(t, lo, hi, 40, "ice")
+        t.star_here(-6)
+        frost.funnel(t, side, 2)
+        frost.span(t, *frost.lanes(t), 16)
+        t.gap(g, land=30)
+    t.finish()
+    return t
+
+
+def skid_row():
+    t = Track(25, "Skid Row", "rows of deadly tiles across a wide sheet of ice, each open at one kerb")
+    t.a = 3
+    t.road(30)
+    frost.splay(t, -6, 6)
+    z0, rows = t.z, []
+    for k in range(7):
+        side = 1 if k % 2 == 0 else -1
+        dz = 36 + 70 * k
+        t.side = side
+        t.act(z0 + (dz - 66 if k else -18) + 0.5, "x", side * 12)
+        # The row leaves the kerb lane free: 1.6 units beside the kerb.
+        rows.append((-6.4, 4.8, dz, dz + 4) if side > 0 else (-4.8, 6.4, dz, dz + 4))
+        t.star(side * 6, t.h, z0 + dz + 2)
+    frost.field(t, -6, 6, rows[-1][3] + 16, deadly=rows)
+    t.finish()
+    return t
+
+
+def cold_start():
+    t = Track(26, "Cold Start", "a turbo flight to a standstill, then islands to either side: slide out for each star")
+    frost.span(t, -6, 1, 30)
+    islands = [(-6, 1), (-1, 6)]
+    for k in range(3):
+        out = -1 if k % 2 == 0 else 1
+        frost.slide_out(t, out, -out)
+        if k == 0:
+            frost.cold_hop(t, *islands[1])
+        elif k < 2:
+            frost.hop(t, *islands[(k + 1) % 2])
+    t.road(10)
+    t.finish()
+    return t
+
+
 def zone3():
     return [
-        z3(21, "Black Ice", "a long sheet of ice, kerb to kerb", [icefield(200, [1, -1, 1, -1, 1, -1, 1, -1])]),
-        z3(22, "Slide Rule", "ice with a shift at each end",
-           [jog(4), icefield(70, [-1, 1]), jog(-4), icefield(60, [1, -1]), jog(4), icefield(60, [-1, 1])]),
-        z3(23, "Frozen Lake", "a wide frozen lake of sliding lanes",
-           [icefield(160, [1, -1, 1, -1, 1]), leap(6), icefield(100, [-1, 1, -1])]),
-        z3(24, "Glacier Mouth", "ice, then a jump off its end",
-           [icefield(60, [1, -1]), leap(5), icefield(60, [1, -1]), leap(6), icefield(50, [1, -1])]),
-        z3(25, "Skid Row", "ice between deadly rows",
-           [icefield(50, [1, -1]), lambda t: t.deadly_zigzag([1, -1, 1]), icefield(50, [1, -1]), boost(12)]),
-        z3(26, "Cold Start", "stop, slide, jump", [icefield(60, [1, -1]), boost(12), leap(6), icefield(60, [1, -1])]),
+        black_ice(),
+        slide_rule(),
+        frozen_lake(),
+        glacier_mouth(),
+        skid_row(),
+        cold_start(),
         z3(27, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
         z3(28, "Ice Cannon", "turbo after turbo", [boost(10), icefield(60, [1, -1]), flights(10, 12)]),
         z3(29, "Afterburner", "turbo jumps over widening gaps", [boost(10), flights(11, 12, 13)]),
