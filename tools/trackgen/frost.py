@@ -177,3 +177,80 @@ def hop(t, lo, hi, g=5, land=20):
     t.z = edge + g
     span(t, lo, hi, max(land, takeoff + JUMP + 4 - t.z))
     t.pieces.add("hop")
+
+
+def rails(t, segments, gap=6, kind="ice"):
+    """Two lines side by side with open water between, from kerb lane `lo`
+    and `hi` inwards. `segments` are (what, length): "both" lines, "points"
+    (the water closes, the way across), or only the "left" or "right" line,
+    the other broken off. The route changes lines only at the points."""
+    lo, hi = lanes(t)
+    x0, x1 = lo - 0.4, hi + 0.4
+    mid0, mid1 = (lo + hi - gap) / 2.0, (lo + hi + gap) / 2.0
+    for what, length in segments:
+        z0, z1 = t.z, t.z + length
+        parts = {"both": [(x0, mid0), (mid1, x1)], "points": [(x0, x1)],
+                 "left": [(x0, mid0)], "right": [(mid1, x1)]}[what]
+        for a, b in parts:
+            t.block(a, b, z0, z1, t.h, kind)
+        t.kerbs(z0, z1, left=parts[0][0] == x0, right=parts[-1][1] == x1)
+        if what == "points":
+            t.hug(-t.side or 1, at=z0 + 0.5)
+        elif length >= 20:
+            t.star(t.lane_x(), t.h, z0 + length / 2.0)
+        t.z = z1
+    t.pieces.add("rails")
+
+
+def bead(t, widest, length=40, kind="plain"):
+    """An island that swells to `widest` lanes either side of the car's
+    straight line and closes again, a lane a tread: the car runs down its
+    middle at full speed, never near a kerb. The middle is one block (at
+    full speed a seam under the car can throw it); the swell is laid
+    beside it."""
+    c, z0 = t.cx, t.z
+    widths = list(range(2, widest + 1)) + list(range(widest - 1, 1, -1))
+    tread = length / (len(widths) + 2.0)
+    t.block(c - 1.4, c + 1.4, z0, z0 + length, t.h, kind)
+    t.kerbs(z0, z0 + tread, x0=c - 1.4, x1=c + 1.4)
+    t.kerbs(z0 + length - tread, z0 + length, x0=c - 1.4, x1=c + 1.4)
+    for k, w in enumerate(widths):
+        a, b = z0 + tread * (k + 1), z0 + tread * (k + 2)
+        t.block(c - w - 0.4, c - 1.4, a, b, t.h, kind)
+        t.block(c + 1.4, c + w + 0.4, a, b, t.h, kind)
+        t.kerbs(a, b, x0=c - w - 0.4, x1=c + w + 0.4)
+    t.cx, t.a = c, 1
+    t.z = z0 + length
+    t.pieces.add("bead")
+
+
+def flights_between(t, islands, gaps, run=16):
+    """A turbo pad, then at full speed to the flag over gap after gap, each
+    landing on the next island: `islands` lays an island (the car's line
+    runs straight through all of them) and is called with the island's
+    index. A landing carries the car `run` units before the next take-off
+    stretch starts."""
+    t.let_go(t.z - 6)
+    t.block(t.x0(), t.x1(), t.z, t.z + 2, t.h, "turbo")
+    t.kerbs(t.z, t.z + 2)
+    t.act(t.z - 2, "speed", 1)
+    t.z += 2
+    lane = t.lane_x(t.side)
+    landing = t.z
+    for i, g in enumerate(gaps):
+        start = t.z
+        islands(t, i)
+        assert t.cx - t.a < lane < t.cx + t.a, "track %d: island %d misses the car's line" % (t.number, i)
+        # From the landing to the next take-off stretch.
+        short = landing + 18 + (27.2 - g) / 2.0 - t.z
+        assert short <= 0, "track %d: island %d is %.1f units short" % (t.number, i, short)
+        edge = t.z
+        takeoff = edge + (g - 27.2) / 2.0
+        t.act(takeoff, "jump")
+        t.star(lane, t.h + 2, round(takeoff + 14))
+        t.z = edge + g
+        landing = takeoff + 28
+        assert landing > t.z + 3
+    islands(t, len(gaps))
+    t.at_speed = True
+    t.pieces.add("turbo flights")

@@ -339,18 +339,6 @@ def boost(g):
     return lambda t: (t.turbo_jump(g), t.road(10))
 
 
-def z3(n, name, idea, parts):
-    t = Track(n, name, idea)
-    t.a = 3
-    t.road(30)
-    t.hug(-1, at=10)
-    for p in parts:
-        p(t)
-        t.road(Track.spacing)
-    t.finish()
-    return t
-
-
 def black_ice():
     t = Track(21, "Black Ice", "a ribbon of ice that drifts from side to side: lean on the kerb it moves to")
     t.a = 2
@@ -362,7 +350,7 @@ def black_ice():
 
 
 def slide_rule():
-    t = Track(22, "Slide Rule", "the road slides a lane at a time on ice, then snaps back across")
+    t = Track(23, "Slide Rule", "the road slides a lane at a time on ice, then snaps back across")
     t.a = 3
     t.road(30)
     t.shift(-3, length=10, star=False)
@@ -375,7 +363,7 @@ def slide_rule():
 
 
 def frozen_lake():
-    t = Track(23, "Frozen Lake", "the road opens onto a lake of ice with holes in it: round each on the far side")
+    t = Track(24, "Frozen Lake", "the road opens onto a lake of ice with holes in it: round each on the far side")
     t.a = 3
     t.road(30)
     for w in (4, 5, 6):
@@ -398,52 +386,125 @@ def frozen_lake():
 
 
 def glacier_mouth():
-    t = Track(24, "Glacier Mouth", "a wide glacier narrows to its mouth; jump off the end, twice")
+    t = Track(25, "Glacier Mouth", "a wide glacier narrows to its mouth; jump off the end, three times")
     t.a = 2
     t.road(24)
-    for side, lo, hi, g in ((1, -7, 6, 6), (-1, -6, 7, 7)):
-        frost.splay(t, lo, hi)
-        t.hug(-side)
-        frost.span(t, lo, hi, 40, "ice")
-        t.star_here(-6)
-        frost.funnel(t, side, 2)
-        frost.span(t, *frost.lanes(t), 16)
-        t.gap(g, land=30)
+    for side, lo, hi, g in ((1, -7, 6, 8), (-1, -6, 7, 9), (1, -7, 5, 10)):
+        frost.splay(t, lo, hi, tread=4)
+        frost.span(t, lo, hi, 20, "ice")
+        frost.funnel(t, side, 2, tread=5)
+        frost.span(t, *frost.lanes(t), 14)
+        t.gap(g, land=24)
     t.finish()
     return t
 
 
 def skid_row():
-    t = Track(25, "Skid Row", "rows of deadly tiles across a wide sheet of ice, each open at one kerb")
+    t = Track(26, "Skid Row", "rows of deadly tiles across a wide sheet of ice, each open at one kerb")
     t.a = 3
     t.road(30)
-    frost.splay(t, -6, 6)
+    frost.splay(t, -5, 5)
     z0, rows = t.z, []
-    for k in range(7):
+    for k in range(9):
         side = 1 if k % 2 == 0 else -1
-        dz = 36 + 70 * k
+        dz = 30 + 60 * k
         t.side = side
-        t.act(z0 + (dz - 66 if k else -18) + 0.5, "x", side * 12)
+        t.act(z0 + (dz - 56 if k else -12) + 0.5, "x", side * 11)
         # The row leaves the kerb lane free: 1.6 units beside the kerb.
-        rows.append((-6.4, 4.8, dz, dz + 4) if side > 0 else (-4.8, 6.4, dz, dz + 4))
-        t.star(side * 6, t.h, z0 + dz + 2)
-    frost.field(t, -6, 6, rows[-1][3] + 16, deadly=rows)
+        rows.append((-5.4, 3.8, dz, dz + 4) if side > 0 else (-3.8, 5.4, dz, dz + 4))
+        t.star(side * 5, t.h, z0 + dz + 2)
+    frost.field(t, -5, 5, rows[-1][3] + 16, deadly=rows)
     t.finish()
     return t
 
 
 def cold_start():
-    t = Track(26, "Cold Start", "a turbo flight to a standstill, then islands to either side: slide out for each star")
+    t = Track(29, "Cold Start", "a turbo flight to a standstill, then islands to either side: slide out for each star")
     frost.span(t, -6, 1, 30)
     islands = [(-6, 1), (-1, 6)]
-    for k in range(3):
+    for k in range(4):
         out = -1 if k % 2 == 0 else 1
         frost.slide_out(t, out, -out)
         if k == 0:
             frost.cold_hop(t, *islands[1])
-        elif k < 2:
+        elif k < 3:
             frost.hop(t, *islands[(k + 1) % 2])
     t.road(10)
+    t.finish()
+    return t
+
+
+def polar_express():
+    t = Track(22, "Polar Express", "two lines side by side over open water: change lines at the points before yours ends")
+    t.a = 3
+    t.road(24)
+    t.hug(-1, at=4)
+    frost.splay(t, -6, 6)
+    frost.rails(t, [("both", 40), ("points", 70), ("right", 50), ("both", 30), ("points", 70), ("left", 50),
+                    ("points", 70), ("right", 40), ("both", 30), ("points", 70), ("left", 40)])
+    frost.span(t, -6, 6, 20, "ice")
+    frost.funnel(t, -1, 4)
+    t.finish()
+    return t
+
+
+def ice_cannon():
+    t = Track(27, "Ice Cannon", "shot from a turbo pad over gap after gap, from one round island of ice to the next")
+    t.a = 1
+    t.road(40)
+
+    def islands(t, i):
+        frost.bead(t, (5, 3, 6, 4, 5, 3, 6, 4)[i], (30, 38, 44, 40, 44, 36, 44, 48)[i])
+
+    frost.flights_between(t, islands, (12, 13, 14, 14, 15, 15, 16))
+    frost.span(t, -1, 1, 12)
+    t.finish()
+    return t
+
+
+def afterburner():
+    t = Track(28, "Afterburner", "full speed over gaps that widen, islands that shrink, set to either side")
+    t.a = 3
+    t.road(40)
+
+    def islands(t, i):
+        a = (3, 3, 3, 2, 2, 2, 2, 1)[i]
+        lo = -a if a == 1 else (1 - 2 * a if i % 2 == 0 else -1)
+        frost.span(t, lo, lo + 2 * a, (40, 34, 33, 32, 31, 30, 30, 30)[i])
+
+    frost.flights_between(t, islands, (12, 13, 14, 15, 16, 16, 17))
+    t.finish()
+    return t
+
+
+def whiteout():
+    t = Track(30, "Whiteout", "the whole frost run: drift, lake, mouth and flights")
+    t.a = 2
+    t.road(24)
+    frost.drift(t, -1, 4)
+    frost.drift(t, 1, 4)
+    t.hug(-1)
+    frost.splay(t, -6, 6)
+    z0 = t.z
+    holes = [(-0.5, 6.4, 30, 42), (-6.4, 0.5, 100, 112), (-0.5, 6.4, 170, 182)]
+    t.hug(1, at=z0 + 45)
+    t.hug(-1, at=z0 + 115)
+    t.star(-6, t.h, z0 + 36)
+    t.star(6, t.h, z0 + 106)
+    t.star(-6, t.h, z0 + 176)
+    frost.field(t, -6, 6, 200, holes=holes, deadly=[(-4.8, 6.4, 16, 20), (-4.8, 6.4, 190, 194)])
+    frost.funnel(t, -1, 2)
+    frost.span(t, *frost.lanes(t), 16)
+    t.gap(6, land=30)
+    frost.splay(t, -6, 0)
+    frost.drift(t, 1, 4)
+    frost.slide_out(t, -1, 1)
+    lane = t.lane_x()
+
+    def islands(t, i):
+        frost.span(t, lane - (5, 3, 6, 2, 4)[i], lane + (1, 2, 1, 2, 1)[i], 40)
+
+    frost.flights_between(t, islands, (12, 13, 14, 15))
     t.finish()
     return t
 
@@ -451,16 +512,15 @@ def cold_start():
 def zone3():
     return [
         black_ice(),
+        polar_express(),
         slide_rule(),
         frozen_lake(),
         glacier_mouth(),
         skid_row(),
+        ice_cannon(),
+        afterburner(),
         cold_start(),
-        z3(27, "Polar Express", "turbo, then ice", [boost(11), icefield(80, [1, -1, 1]), boost(12)]),
-        z3(28, "Ice Cannon", "turbo after turbo", [boost(10), icefield(60, [1, -1]), flights(10, 12)]),
-        z3(29, "Afterburner", "turbo jumps over widening gaps", [boost(10), flights(11, 12, 13)]),
-        z3(30, "Whiteout", "the whole frost run",
-           [icefield(60, [1, -1]), boost(13), jog(-4), icefield(60, [1, -1, 1]), leap(7), boost(14)]),
+        whiteout(),
     ]
 
 
