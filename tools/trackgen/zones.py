@@ -449,7 +449,7 @@ def polar_express():
 
 
 def ice_cannon():
-    t = Track(27, "Ice Cannon", "shot from a turbo pad over gap after gap, from one round island of ice to the next")
+    t = Track(27, "Ice Cannon", "shot from a turbo pad over gap after gap, from one round island to the next")
     t.a = 1
     t.road(40)
 
