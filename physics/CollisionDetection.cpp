@@ -121,11 +121,18 @@ void CollisionDetection::CheckCollisions(const PlayWorld& w) {
         const float den = c.plane.a * Dv.x + c.plane.b * Dv.y + c.plane.c * Dv.z;
         if (den == 0) continue;
         const float hit = -num / den;
-        // A box that already touches the face, to within what rounding
-        // leaves, and moves into it meets it now (at a hit of zero or a hair
-        // before): otherwise a car resting exactly on a top, or set down
-        // exactly on a slope by the previous frame, would sink through.
-        const bool touching = den < 0 && num <= 0 && num >= -TouchTolerance;
+        // A box that already touches a face the car stands on (a top, a
+        // slope, a ramp's landing strip), to within what rounding leaves, and
+        // moves into it meets it now (at a hit of zero or a hair before):
+        // otherwise a car resting exactly on a top, or set down exactly on a
+        // slope by the previous frame, would sink through. Never a wall or an
+        // underside: a box a hair past a front's plane went by above or
+        // beside that front, and meeting it late, with the box set back
+        // along its whole motion (sideways and up or down too), made the
+        // next block of a level road or of a kerb a wall that blew the car
+        // up.
+        const bool carries = c.faceNumber == 3 || c.faceNumber == 6;
+        const bool touching = carries && den < 0 && num <= 0 && num >= -TouchTolerance;
         if (!(hit > 0 && hit <= 1) && !touching) continue;
 
         const Vector3 H{C.x + hit * Dv.x, C.y + hit * Dv.y, C.z + hit * Dv.z};

@@ -54,8 +54,9 @@ public:
     static constexpr float BouncePadLaunch = 0.45f;
     static constexpr float TurboSpeed = 1.0f;
     static constexpr float LargestSafeFrontSpeed = 0.4f;
-    // How far a box may sit inside a face's plane and still count as
-    // touching it: well above rounding, far below anything a player sees.
+    // How far a box may sit inside the plane of a face it stands on and
+    // still count as touching it: well above rounding, far below anything a
+    // player sees.
     static constexpr float TouchTolerance = 0.001f;
 
     void CheckCollisions(const PlayWorld& w);

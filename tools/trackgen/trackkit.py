@@ -79,9 +79,7 @@ class Track:
             self.low, self.high = min(self.low, top), max(self.high, top)
         tex = KIND_TEX.get(kind, top_tex)
         # A block that carries on one just laid, alike in all but length,
-        # lengthens it: a car whose nose comes to rest a hair from a seam
-        # level with its road can meet the next block's front as a wall and
-        # blow up, so the route crosses as few seams as it can.
+        # lengthens it: one object where a row of them would do the same.
         like = (round(x0, 3), round(x1, 3), round(top, 3), thick, kind, tex, side)
         if kind == "plain" and like in self.open_blocks:
             index, start, end = self.open_blocks[like]
@@ -344,8 +342,7 @@ class Track:
         self.kerbs(self.z, self.z + 2)
         self.act(self.z - 2, "speed", 1)
         self.z += 2
-        # The run-up to the gap in one block: a fast car and a seam between
-        # two blocks do not mix.
+        # The run-up to the gap in one block.
         self.block(self.x0(), self.x1(), self.z, self.z + 14, self.h)
         self.kerbs(self.z, self.z + 14)
         self.z += 14
@@ -370,7 +367,7 @@ class Track:
         No stop follows a flight: a stop is timed by the clock while the pad
         is met at a place, so every stop carries a timing slip into the next
         flight, larger each time; at full speed to the end nothing adds up.
-        Every landing is one block: a seam at full speed can throw the car."""
+        Every landing is one block."""
         self.let_go(self.z - 6)
         self.block(self.x0(), self.x1(), self.z, self.z + 2, self.h, "turbo")
         self.kerbs(self.z, self.z + 2)
