@@ -50,22 +50,25 @@ TEST(Underside, ABumpWhileRisingEndsTheClimbJustBelowTheFace) {
 }
 
 TEST(FrontFace, UpToFourTenthsTheCarStopsAtTheWallAnyFasterItBlowsUp) {
-    for (float speed : {0.4f, 0.41f}) {
-        SCOPED_TRACE(speed);
-        Drive d("wall", TrackHead() + " block -2 0 -5 4 1 20 tex road\n block -2 1 10 4 2 2 tex wall\n");
-        ASSERT_TRUE(d.settle());
-        d.car().Posz(9.7f);
-        d.car().ForwardVelocity(speed);
-        const SimRow& r = d.frame();
-        EXPECT_LT(d.car().Posz(), 10.0f);
-        EXPECT_EQ(r.exploding, speed > 0.4f);
-        EXPECT_EQ((r.events & EventExplode) != 0, speed > 0.4f);
-        if (r.exploding) continue;
-        EXPECT_NEAR(d.car().Posz(), 10.0f - 0.0001f, 2e-6);
-        EXPECT_NEAR(d.car().ForwardVelocity(), 0.2999f, 2e-6);
-        d.frames(5);
-        EXPECT_FALSE(d.car().getexplodeStatus());
-    }
+    // A wall standing on the road, and a step up of one unit from it.
+    for (const char* blocks : {" block -2 0 -5 4 1 20 tex road\n block -2 1 10 4 2 2 tex wall\n",
+                               " block -2 0 -5 4 1 15 tex road\n block -2 0 10 4 2 10 tex wall\n"})
+        for (float speed : {0.4f, 0.41f}) {
+            SCOPED_TRACE(std::string(blocks) + Num(speed));
+            Drive d("wall", TrackHead() + blocks);
+            ASSERT_TRUE(d.settle());
+            d.car().Posz(9.7f);
+            d.car().ForwardVelocity(speed);
+            const SimRow& r = d.frame();
+            EXPECT_LT(d.car().Posz(), 10.0f);
+            EXPECT_EQ(r.exploding, speed > 0.4f);
+            EXPECT_EQ((r.events & EventExplode) != 0, speed > 0.4f);
+            if (r.exploding) continue;
+            EXPECT_NEAR(d.car().Posz(), 10.0f - 0.0001f, 2e-6);
+            EXPECT_NEAR(d.car().ForwardVelocity(), 0.2999f, 2e-6);
+            d.frames(5);
+            EXPECT_FALSE(d.car().getexplodeStatus());
+        }
 }
 
 const std::string RampUp =
