@@ -6,6 +6,7 @@ zone and from zone to zone."""
 from trackkit import Track
 import bridges
 import frost
+import springs as pads
 
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
@@ -636,12 +637,75 @@ def pad(rise, gap=8):
     return lambda t: (t.bounce(rise, gap=gap), t.road(6))
 
 
-def z6(n, name, idea, parts, a=2):
+def chain(hops):
+    return lambda t: (pads.pad_chain(t, hops), t.road(6))
+
+
+def pjog(cx, rise=1, a=None, kind="plain"):
+    return lambda t: pads.pad_jog(t, cx, a=a, rise=rise, kind=kind)
+
+
+def field(sides):
+    return lambda t: pads.pad_field(t, sides)
+
+
+def moon(rise=0):
+    return lambda t: (pads.moon_shot(t, rise), t.road(6))
+
+
+def beam(side):
+    return lambda t: pads.beam_bounce(t, side)
+
+
+def zig(*moves):
+    # A drift each way, a pad at every turn.
+    def f(t):
+        for k, dx in enumerate(moves):
+            if k:
+                pads.pad_gap(t)
+            pads.drift(t, dx)
+    return f
+
+
+def eye(side, length=40):
+    return lambda t: (pads.eye(t, side=side, length=length), t.road(10))
+
+
+def slope_down(dh, length=24):
+    # A long ramp, a gentle slope the car stays on.
+    return lambda t: t.ramp_down(dh, length=length, land=20)
+
+
+def narrowed(a):
+    return lambda t: (pads.narrow(t, a), t.road(10))
+
+
+def kerb_start(side):
+    def f(t):
+        t.road(40)
+        t.hug(side, at=8)
+        t.star_here(-4)
+    return f
+
+
+def short_start(t):
+    # Straight at the first piece: the car starts in the middle of the road.
+    t.road(22)
+
+
+def wide_start(a, side):
+    def f(t):
+        t.a = a
+        t.road(50)
+        t.hug(side, at=4)
+        t.star_here(-4)
+    return f
+
+
+def z6(n, name, idea, parts, a=2, opening=kerb_start(-1)):
     t = Track(n, name, idea)
     t.a = a
-    t.road(40)
-    t.hug(-1, at=8)
-    t.star_here(-4)
+    opening(t)
     for p in parts:
         p(t)
         t.road(Track.spacing)
@@ -651,27 +715,35 @@ def z6(n, name, idea, parts, a=2):
 
 def zone6():
     return [
-        z6(51, "Spring Fever", "pads onto ice",
-           [pad(2), icefield(50, [1, -1]), down(2), pad(2), icefield(40, [1, -1]), down(2), pad(1)]),
-        z6(52, "Rebound", "pads, crumble and thorns",
-           [pad(3), crumble(3), thorns([1, -1]), pad(2), down(2), thorns([1, -1])]),
-        z6(53, "Moon Shot", "pads and turbo", [pad(2), down(2), pad(2), down(2), pad(1), down(1), flights(10, 11)]),
-        z6(54, "Trampoline", "pad after pad",
-           [pad(1), pad(2), down(2), pad(2), down(2), pad(2), down(2), pad(1), down(1)], a=3),
-        z6(55, "Sky High", "pads up, steps down",
-           [pad(2), jog(5), pad(2), down(2), down(1), stairs(1), jog(-5), pad(1), down(2), pad(2), down(2)]),
-        z6(56, "Grand Tour", "a tour of every zone",
-           [pad(2), down(2), shuttle(10, 3, 3), parting(1), rows([1, -1]), icefield(40, [1, -1]), boost(12),
-            stairs(1)]),
-        z6(57, "Everything Goes", "every piece there is",
-           [rampup(2), crumble(2), pad(2), down(2), thorns([1, -1]), icefield(40, [1, -1]), boost(12),
-            stairs(1), down(1)]),
-        z6(58, "Ricochet", "pads, walls and side steps",
-           [pad(2), jog(5), stairs(2), down(2), pad(1), jog(-5), leap(7), down(1), stairs(1), down(1)]),
-        z6(59, "Pogo", "pads and gaps", [pad(2), leap(6), down(1), pad(1), leap(7), pad(1), leap(6), pad(1), leap(7)]),
+        z6(51, "Ricochet", "a one-lane road zigzags kerb to kerb, thrown back by a pad at every turn",
+           [zig(-5, 10, -10, 10, -10, 5)], a=1, opening=kerb_start(1)),
+        z6(52, "Sky High", "pads up the sky step by step sideways, a long slope down",
+           [jog(-4), pjog(0, rise=2), pad(2), pjog(4, rise=2), slope_down(6, 30), pjog(0, rise=2), pad(2),
+            pjog(-4, rise=2), slope_down(6, 30)],
+           opening=kerb_start(-1)),
+        z6(53, "Spring Fever", "pads onto ice sheets, left and right",
+           [pjog(3, kind="ice"), down(1), pjog(-3, kind="ice"), down(1), pjog(3, kind="ice"), down(1),
+            pjog(-3, kind="ice"), down(1)],
+           opening=short_start),
+        z6(54, "Rebound", "thrown up onto a one-lane beam, dropped back, again by the other kerb",
+           [beam(-1), beam(1), beam(-1), beam(1), beam(-1), beam(1)], opening=wide_start(3, -1)),
+        z6(55, "Moon Shot", "turbo into a pad: the longest flights there are",
+           [leap(6), moon(), jog(-4), moon(-1), jog(8), moon(), jog(-4), moon(-1)],
+           opening=kerb_start(1)),
+        z6(56, "Trampoline", "a wide field of pads, thrown over its trenches from side to side",
+           [field([-1, 1, -1, -1, 1, -1, 1]), narrowed(2)], opening=short_start),
+        z6(57, "Grand Tour", "a tour of every zone: an eye in the sky, ice, a wall, crumble, thorns, a pad",
+           [eye(-1), leap(6), icefield(40, [1, -1]), jog(4), stairs(1), crumble(2), rows([1, -1, 1]), pad(2),
+            down(2), shuttle(10, 3, 3)],
+           opening=short_start),
+        z6(58, "Everything Goes", "every piece there is",
+           [rampup(2), crumble(2), pad(2), down(2), thorns([1, -1]), eye(1), chain(3), icefield(40, [1, -1]),
+            boost(12), stairs(1), down(1)], opening=kerb_start(1)),
+        z6(59, "Pogo", "islands that are all pad: bounce, bounce, bounce",
+           [chain(5), jog(-4), chain(5), jog(6), chain(5), jog(-4), chain(4)], opening=short_start),
         z6(60, "Finale", "the hardest of everything",
-           [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), parting(-1), rows([1, -1, 1]),
-            stairs(2), down(2), leap(8), flights(11, 12)]),
+           [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), eye(-1), rows([1, -1, 1, -1]), stairs(2), down(2),
+            leap(8), chain(3), moon()], opening=short_start),
     ]
 
 
