@@ -13,12 +13,17 @@ from trackkit import FAR, JUMP
 KERB = 1.0
 
 
+# Roads closer than this are one road: a slit between two would be a ledge
+# for the car to catch. Kerbs this close share one divider.
+SLIT = 0.5
+
+
 def merge(spans):
-    """The x ranges as the roads they make: touching or overlapping ranges
-    become one, sorted left to right."""
+    """The x ranges as the roads they make: ranges that overlap or nearly
+    touch become one, sorted left to right."""
     out = []
     for x0, x1 in sorted(spans):
-        if out and x0 <= out[-1][1] + 1e-6:
+        if out and x0 <= out[-1][1] + SLIT:
             out[-1][1] = max(out[-1][1], x1)
         else:
             out.append([x0, x1])
@@ -27,11 +32,11 @@ def merge(spans):
 
 def kerb_ranges(roads):
     """The kerbs round merged roads: one outside each end, and between two
-    roads either a kerb each or, when there is no room for two, one divider
-    filling the space."""
+    roads either a kerb each with a hole between or, when there is no room
+    for that, one divider filling the space."""
     out = [(roads[0][0] - KERB, roads[0][0])]
     for (a0, a1), (b0, b1) in zip(roads, roads[1:]):
-        if b0 - a1 >= 2 * KERB:
+        if b0 - a1 >= 2 * KERB + SLIT:
             out += [(a1, a1 + KERB), (b0 - KERB, b0)]
         else:
             out.append((a1, b0))
@@ -108,8 +113,9 @@ def drift(t, dx, run=7, star=True, stub=0):
     straight, end = lane(t.cx, t.a), t.z + stub
     for i in range(steps):
         t.cx += s
-        beside(t, min(run, max(0, end - t.z)), [straight])
-        beside(t, run - min(run, max(0, end - t.z)))
+        along = min(run, max(0, end - t.z))
+        beside(t, along, [straight])
+        beside(t, run - along)
         if star and i == steps // 2:
             t.star_here(-run / 2.0)
     # A stub longer than the drift runs on beside the road after it.

@@ -65,6 +65,10 @@ class SideBySide(unittest.TestCase):
     def test_roads_merge_share_dividers_or_keep_their_kerbs(self):
         self.assertEqual(bridges.merge([(2, 4), (-1, 1), (0.5, 2)]), [(-1, 4)])
         self.assertEqual(bridges.merge([(-6.4, -3.6), (3.6, 6.4)]), [(-6.4, -3.6), (3.6, 6.4)])
+        # A slit narrower than a car between two roads is filled.
+        self.assertEqual(bridges.merge([(1.6, 6.4), (-3.4, 1.4)]), [(-3.4, 6.4)])
+        # Kerbs 0.2 apart would leave a slit between them: one divider instead.
+        self.assertEqual(bridges.kerb_ranges([(-0.4, 2.4), (4.6, 7.4)]), [(-1.4, -0.4), (2.4, 4.6), (7.4, 8.4)])
         # 1.2 apart: one divider filling the space, not two kerbs on top of each other.
         self.assertEqual(bridges.kerb_ranges([(-3.4, -0.6), (0.6, 3.4)]),
                          [(-4.4, -3.4), (-0.6, 0.6), (3.4, 4.4)])
@@ -149,9 +153,10 @@ class CarsLine(unittest.TestCase):
 
 
 class SkyBridges(unittest.TestCase):
-    def test_no_two_blocks_of_a_track_share_space(self):
+    def test_blocks_meet_edge_to_edge_or_leave_room(self):
         # Roads laid beside one another must meet edge to edge: a kerb inside
-        # a road or two kerbs in one place flicker and catch the car.
+        # a road or two kerbs in one place flicker and catch the car, and so
+        # does a slit between two tops of one height.
         def inside(a0, a1, b0, b1):
             return min(a1, b1) - max(a0, b0) > 1e-6
 
@@ -161,8 +166,10 @@ class SkyBridges(unittest.TestCase):
             for i, a in enumerate(bs):
                 for b in bs[i + 1:]:
                     with self.subTest(track=t.number, a=a, b=b):
-                        self.assertFalse(inside(a[0], a[1], b[0], b[1]) and inside(a[2], a[3], b[2], b[3]) and
-                                         inside(a[5], a[4], b[5], b[4]))
+                        along = inside(a[2], a[3], b[2], b[3])
+                        self.assertFalse(along and inside(a[0], a[1], b[0], b[1]) and inside(a[5], a[4], b[5], b[4]))
+                        slit = max(a[0] - b[1], b[0] - a[1])
+                        self.assertFalse(along and abs(a[4] - b[4]) < 1e-6 and 1e-6 < slit < 0.4)
 
 
 if __name__ == "__main__":

@@ -207,7 +207,7 @@ def drift_wood():
         # (gap, the kerb held on the log, its length, a log drifting beside:
         #  its middle, its half width and where it lies from the log's start)
         for g, side, land, (mid, a, z0, z1) in ((5, 1, 30, (-5, 1, -2, 22)), (6, -1, 44, (-3, 1, 12, 46)),
-                                                 (5, -1, 26, (-5, 1, 4, 20)), (6, 1, 36, (6, 1, -5, 24))):
+                                                 (5, -1, 26, (-5, 1, 4, 20)), (6, 1, 36, (6, 0.5, -5, 24))):
             z = t.z + g
             bridges.hop(t, g, dx=2 * t.side, land=land, side=side)
             bridges.cover(t, z + z0, z + z1, [bridges.lane(mid, a)])
