@@ -270,14 +270,22 @@ def rope_bridge():
 
 
 def high_wire():
-    def step(t):
-        t.road(20)
-        t.step_up(1, tread=16)
+    def pole(side):
+        # At each turn the wire is tied to a pole standing out on the outer
+        # side; the car crosses to its other kerb on the way, then up a step.
+        def f(t):
+            t.hug(side)
+            bridges.reshape(t, 2.5)
+            t.road(20)
+            bridges.reshape(t, 1)
+            t.road(8)
+            t.step_up(1, tread=16)
+        return f
 
-    return z2(16, "High Wire", "a thin wire zigzags up from side to side",
-              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 5), step,
-               lambda t: bridges.drift(t, -10), step, lambda t: bridges.drift(t, 10), step,
-               lambda t: bridges.drift(t, -5)], a=1)
+    return z2(16, "High Wire", "a thin wire zigzags up from pole to pole",
+              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 3), pole(-1),
+               lambda t: bridges.drift(t, -6), pole(1), lambda t: bridges.drift(t, 6), pole(-1),
+               lambda t: bridges.drift(t, -3)], a=1)
 
 
 def stepping_stones():
