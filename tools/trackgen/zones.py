@@ -7,6 +7,7 @@ from trackkit import Track
 import bridges
 import frost
 import springs as pads
+import garden
 
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
@@ -614,29 +615,114 @@ def z5(n, name, idea, parts, a=3):
     return t
 
 
+def labyrinth(n):
+    t = Track(n, "The Labyrinth", "a maze of holes: find the door in every wall")
+    t.a = 6
+    t.road(30)
+    garden.maze(t, [-6, -1, 6, 2, -6, 0, 6, -2, -6])
+    t.road(Track.spacing)
+    t.finish()
+    return t
+
+
+def narrow_escape(n):
+    t = Track(n, "Narrow Escape", "wide plazas, each left by a beam one lane wide")
+    t.a = 2
+    t.road(30)
+    garden.hourglass(t, [(-3, 30, -1), (4, 24, 1), (0, 36, 1), (-4, 24, -1), (3, 30, -1)])
+    t.road(20)
+    t.finish()
+    return t
+
+
+def minefield(n):
+    t = Track(n, "Minefield", "a wide field sown with mines, and one clear way across it")
+    t.a = 6
+    t.road(20)
+    garden.minefield(t, [-1, 1, -1, 1, -1, 1], clear=0.705)
+    t.road(10)
+    t.finish()
+    return t
+
+
+def thorn_hedge(n):
+    t = Track(n, "Thorn Hedge", "a hedge of thorns down the middle, crossed where it breaks")
+    t.a = 2
+    t.road(30)
+    t.hug(1, at=10)
+    garden.hedge(t, [1, -1, 1, -1, 1, -1, 1, -1, 1, -1], length=22)
+    t.road(10)
+    t.finish()
+    return t
+
+
+def poison_path(n):
+    t = Track(n, "Poison Path", "the path drifts from side to side, thorns on the inside of every bend")
+    t.a = 2
+    t.road(30)
+    garden.drift(t, [(1, 6), (-1, 12), (1, 12), (-1, 12), (1, 6)])
+    t.road(20)
+    t.finish()
+    return t
+
+
+def sting(n):
+    t = Track(n, "Sting", "rows of thorns on a road that narrows to a point: quicker and quicker")
+    t.a = 6
+    t.road(30)
+    garden.taper(t, [1, -1, 1, -1, 1, -1, 1, -1, 1, -1, 1, -1, 1])
+    t.road(20)
+    t.finish()
+    return t
+
+
+def last_breath(n):
+    t = Track(n, "Last Breath", "an ice rink with thorn islands: slide from kerb to kerb between them")
+    t.a = 4
+    t.road(30)
+    garden.rink(t, [1, -1, 1, -1, 1, -1, 1])
+    t.road(20)
+    t.finish()
+    return t
+
+
+def nightshade(n):
+    t = Track(n, "Nightshade", "islands of thorns a jump apart, each off to the side of the last")
+    t.a = 2
+    t.road(30)
+    t.hug(1, at=8)
+    garden.stagger(t, [(3, 46), (3, 62), (-3, 44), (-3, 68), (3, 50)])
+    t.road(10)
+    t.finish()
+    return t
+
+
+def deadly_nightshade(n):
+    t = Track(n, "Deadly Nightshade", "terraces of thorns, a lane left free on each")
+    t.a = 5
+    t.road(30)
+    garden.terraces(t, [(-5, 1, 72), (0, 1, 66), (5, 1, 72), (0, -1, 66), (-5, -1, 72), (0, -1, 66), (5, 1, 72)])
+    t.road(10)
+    t.finish()
+    return t
+
+
 def zone5():
-    return [
-        z5(41, "The Labyrinth", "a maze of parting ways and side steps",
-           [parting(1), jog(-4), thorns([-1, 1, -1]), parting(-1), jog(4), thorns([1, -1, 1]), parting(1),
-            thorns([1, -1])]),
-        z5(42, "Minefield", "islands of danger and rows",
-           [thorns([1, -1, 1]), island(), thorns([-1, 1, -1]), island(), thorns([1, -1, 1]), island()], a=4),
-        z5(43, "Narrow Escape", "thorns, then a split",
-           [thorns([-1, 1, -1, 1]), parting(-1), thorns([1, -1, 1, -1]), parting(1)], a=2),
-        z5(44, "Poison Path", "the path moves sideways through the thorns",
-           [thorns([1, -1, 1]), jog(4), thorns([1, -1, 1]), jog(-4), thorns([-1, 1, -1])]),
-        z5(45, "Thorn Hedge", "rows of thorns with a gap by one kerb", [thorns([1, -1, 1, -1, 1, -1, 1, -1, 1, -1])]),
-        z5(46, "Last Breath", "thorns on ice",
-           [thorns([-1, 1, -1]), icefield(50, [1, -1]), thorns([1, -1, 1]), icefield(40, [1, -1]), thorns([1, -1, 1])]),
-        z5(47, "Sting", "long rows, quick changes", [rows([1, -1, 1, -1, 1, -1, 1, -1, 1, -1, 1], slack=-1)]),
-        z5(48, "Nightshade", "thorns over gaps",
-           [thorns([1, -1]), leap(6), thorns([-1, 1]), leap(6), thorns([1, -1]), leap(7)]),
-        z5(49, "Deadly Nightshade", "thorns up a staircase",
-           [thorns([1, -1]), stairs(2), thorns([1, -1]), stairs(2), thorns([1, -1])]),
-        z5(50, "Garden of Doom", "the whole garden",
-           [thorns([1, -1]), parting(1), jog(-4), thorns([-1, 1]), leap(6), island(), thorns([1, -1]), stairs(1),
-            thorns([1, -1]), leap(6), thorns([-1, 1])]),
+    order = [
+        thorn_hedge,
+        narrow_escape,
+        poison_path,
+        labyrinth,
+        last_breath,
+        minefield,
+        sting,
+        nightshade,
+        deadly_nightshade,
+        lambda n: z5(n, "Garden of Doom", "the whole garden",
+                     [thorns([1, -1]), parting(1), jog(-4), thorns([-1, 1]), leap(6), island(), thorns([1, -1]),
+                      stairs(1), thorns([1, -1]), leap(6), thorns([-1, 1])]),
     ]
+    return [make(41 + i) for i, make in enumerate(order)]
 
 
 # --- zone 6: Springboard, bounce pads and everything ------------------------
