@@ -318,6 +318,10 @@ def stagger(t, islands, g=5):
     long as it says: (dx, length). The car takes off from the kerb on the
     side the next island lies to, so it comes down inside it, then holds to
     the kerb on the side of the island after; thorns fill the other side."""
+    first = 1 if islands[0][0] > 0 else -1
+    if t.side != first:
+        hold(t, t.z + 0.5, first)
+        t.road(lean(2 * t.a) + 6)
     for k, (dx, length) in enumerate(islands):
         # The kerb to hold on this island: the side the next one lies to.
         d = 1 if islands[min(k + 1, len(islands) - 1)][0] > 0 else -1
@@ -374,3 +378,12 @@ def terraces(t, treads):
         t.road(8)
         t.side = 0 if abs(lane) != a else t.side
     t.pieces.add("step up")
+
+
+def resize(t, a):
+    """The road changes width keeping the kerb the car holds where it is, so
+    a narrower road's kerb never stands in the car's lane."""
+    side = t.side or 1
+    t.cx += side * (t.a - a)
+    t.a = a
+    t.hug(side, at=t.z)

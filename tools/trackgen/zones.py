@@ -707,6 +707,28 @@ def deadly_nightshade(n):
     return t
 
 
+def garden_of_doom(n):
+    t = Track(n, "Garden of Doom", "the whole garden: maze, hedge, islands, rink and a narrowing way out")
+    t.a = 5
+    t.road(30)
+    garden.maze(t, [-5, 0, 5], depth=5)
+    garden.resize(t, 2)
+    t.road(10)
+    garden.hedge(t, [1, -1, 1], length=20)
+    t.road(10)
+    garden.stagger(t, [(-3, 46), (3, 46)])
+    garden.resize(t, 4)
+    t.road(10)
+    garden.rink(t, [-1, 1], island=20)
+    t.road(16)
+    t.hug(1)
+    t.road(20)
+    garden.taper(t, [1, -1, 1, -1, 1])
+    t.road(10)
+    t.finish()
+    return t
+
+
 def zone5():
     order = [
         thorn_hedge,
@@ -718,9 +740,7 @@ def zone5():
         sting,
         nightshade,
         deadly_nightshade,
-        lambda n: z5(n, "Garden of Doom", "the whole garden",
-                     [thorns([1, -1]), parting(1), jog(-4), thorns([-1, 1]), leap(6), island(), thorns([1, -1]),
-                      stairs(1), thorns([1, -1]), leap(6), thorns([-1, 1])]),
+        garden_of_doom,
     ]
     return [make(41 + i) for i, make in enumerate(order)]
 
