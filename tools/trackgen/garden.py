@@ -186,7 +186,7 @@ def hedge(t, sides, length=30, thick=1.6):
             # The bar shuts the lane at the far end of the next break.
             bar = z + length + lean(2 * t.a) + 4
             lo, hi = (thick / 2.0, edge) if s > 0 else (-edge, -thick / 2.0)
-            tiles.append((lo, hi, bar, bar + 3))
+            tiles.append((lo, hi, bar, bar + 5))
         z += length
     bed(t, z + 8, tiles=tiles, holes=holes)
 

@@ -650,7 +650,7 @@ def thorn_hedge(n):
     t.a = 2
     t.road(30)
     t.hug(1, at=10)
-    garden.hedge(t, [1, -1, 1, -1, 1, -1, 1, -1, 1, -1], length=22)
+    garden.hedge(t, [1, -1, 1, -1, 1, -1, 1, -1, 1], length=34)
     t.road(10)
     t.finish()
     return t
