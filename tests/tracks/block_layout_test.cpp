@@ -30,6 +30,12 @@ bool SameTop(const Box& a, const Box& b) {
     return std::abs(a.y1 - b.y1) < Eps;
 }
 
+// The generator's kerbs: a unit wide or less and two thick, standing a unit
+// above the road; the car never drives along their tops.
+bool Kerb(const Box& b) {
+    return b.x1 - b.x0 < 1 + Eps && b.y1 - b.y0 > 2 - Eps;
+}
+
 bool Covers(const Box& b, double x, double z) {
     return x > b.x0 && x < b.x1 && z > b.z0 && z < b.z1;
 }
@@ -53,12 +59,14 @@ std::string Crack(const std::vector<Box>& boxes) {
     constexpr double Near = 0.02, Far = 0.35;
     for (size_t i = 0; i < boxes.size(); ++i) {
         const Box& b = boxes[i];
+        if (Kerb(b)) continue;
         auto probe = [&](double x, double z, double dx, double dz) {
             bool near = false, far = false;
             for (const Box& o : boxes) {
-                if (!SameTop(b, o)) continue;
-                near = near || Covers(o, x + dx * Near, z + dz * Near);
-                far = far || Covers(o, x + dx * Far, z + dz * Far);
+                // Anything standing at the road's height fills the gap (a
+                // kerb between two lanes); only road goes on beyond it.
+                if (o.y1 > b.y1 - Eps && o.y0 < b.y1) near = near || Covers(o, x + dx * Near, z + dz * Near);
+                if (SameTop(b, o) && !Kerb(o)) far = far || Covers(o, x + dx * Far, z + dz * Far);
             }
             return far && !near;
         };
@@ -107,7 +115,10 @@ TEST(BlockLayout, TheChecksCatchOverlapsAndCracks) {
     EXPECT_NE(Overlap({left, {-1.2, 1, 0, 1, 10, 14}, right}), "");
     EXPECT_NE(Crack({left, {-0.9, 1, 0, 1, 10, 14}, right}), "");           // a slit beside the tile
     EXPECT_NE(Crack({{-3, 3, 0, 1, 0, 20}, {-3, 3, 0, 1, 20.1, 40}}), "");  // a slit across the road
-    // A real gap, a step down and a kerb standing on the road's edge are no cracks.
+    // A real gap, a step down, a kerb on the road's edge and a thin kerb
+    // between two lanes are no cracks.
+    EXPECT_EQ(Crack({left, {-1, -0.8, 0, 2, 0, 40}, {-0.8, 1, 0, 1, 0, 40}}), "");
+    EXPECT_EQ(Crack({{-3, -2, -1, 1, 0, 40}, {-1.8, -0.8, -1, 1, 0, 40}}), "");  // two kerbs side by side
     EXPECT_EQ(Crack({{-3, 3, 0, 1, 0, 20}, {-3, 3, 0, 1, 25, 40}}), "");
     EXPECT_EQ(Crack({{-3, 3, 0, 1, 0, 20}, {-3, 3, -1, 0, 20.1, 40}}), "");
     EXPECT_EQ(Crack({{-3, 3, 0, 1, 0, 40}, {3, 4, 0, 2, 0, 40}}), "");
