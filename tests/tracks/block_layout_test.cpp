@@ -40,14 +40,18 @@ bool Covers(const Box& b, double x, double z) {
     return x > b.x0 && x < b.x1 && z > b.z0 && z < b.z1;
 }
 
+// Sources keep three decimals, so two blocks meeting at a third of a unit
+// may touch a thousandth apart either way.
+constexpr double Rounding = 0.005;
+
 // Names the first two blocks of a track that share space, or "".
 std::string Overlap(const std::vector<Box>& boxes) {
     for (size_t i = 0; i < boxes.size(); ++i)
         for (size_t j = i + 1; j < boxes.size(); ++j) {
             const Box &a = boxes[i], &b = boxes[j];
-            if (std::min(a.x1, b.x1) - std::max(a.x0, b.x0) > Eps &&
-                std::min(a.y1, b.y1) - std::max(a.y0, b.y0) > Eps &&
-                std::min(a.z1, b.z1) - std::max(a.z0, b.z0) > Eps)
+            if (std::min(a.x1, b.x1) - std::max(a.x0, b.x0) > Rounding &&
+                std::min(a.y1, b.y1) - std::max(a.y0, b.y0) > Rounding &&
+                std::min(a.z1, b.z1) - std::max(a.z0, b.z0) > Rounding)
                 return "blocks " + std::to_string(i) + " and " + std::to_string(j);
         }
     return "";
