@@ -8,6 +8,7 @@ import bridges
 import frost
 import springs as pads
 import garden
+import heights
 
 
 # --- zone 1: Training Ground, one idea a track --------------------------------
@@ -534,7 +535,9 @@ def zone3():
     ]
 
 
-# --- zone 4: Crumbling Heights, stairs, ramps and falling blocks -------------
+# --- zone 4: Crumbling Heights, stairs, terraces and falling ground ----------
+# Each track's road moves sideways as it climbs or falls, in a shape of its
+# own; the openings differ too (width, kerb held, a ramp or none).
 
 def stairs(k, dh=1):
     return lambda t: [t.step_up(dh, rehug=i == k - 1) for i in range(k)]
@@ -544,25 +547,65 @@ def crumble(k, step=1):
     return lambda t: (t.falling_run(k, step), t.road(10))
 
 
-def rampup(dh):
-    return lambda t: t.ramp_up(dh, land=24)
+def rampup(dh, length=8):
+    return lambda t: t.ramp_up(dh, length=length, land=24)
 
 
-def rampdown(dh):
-    return lambda t: t.ramp_down(dh, land=24)
+def rampdown(dh, length=8):
+    return lambda t: t.ramp_down(dh, length=length, land=24)
 
 
 def down(dh):
     return lambda t: t.drop(dh, land=24)
 
 
-def z4(n, name, idea, parts, a=2):
+def to(cx, a, side, star=False):
+    return lambda t: (heights.move(t, cx, a, side, star), t.road(10))
+
+
+def up_stairs(k, dx, dh=1):
+    return lambda t: (heights.climb(t, k, dx, dh, star_every=k), t.road(6))
+
+
+def terraces(k, dx, dh=1):
+    return lambda t: (heights.descend(t, k, dx, dh, star_every=k), t.road(6))
+
+
+def scree(k, dx, step=1):
+    return lambda t: (heights.scree(t, k, dx, step), t.road(6))
+
+
+def patches(sides, slack=8):
+    return lambda t: (heights.gravel(t, sides, slack=slack), t.road(10))
+
+
+def caved(take, g, lane_a=1, crumbling=False):
+    """A ledge along one kerb with a hole in it to jump; the other ledge
+    runs on beside it, whole or crumbling."""
+    other = heights.crumbling_lane if crumbling else None
+    return lambda t: (heights.eye(t, lane_a, take, lambda t: (t.road(24), t.gap(g, land=30)), other), t.road(4))
+
+
+def boulder():
+    """A block fallen across the road: up onto it and off again."""
+    return lambda t: (t.step_up(1, tread=16), t.drop(1, land=20))
+
+
+def over(side):
+    """Straight road long enough to steer from kerb to kerb."""
+    return lambda t: (t.hug(side), t.road(heights.cross_length(2 * t.a)))
+
+
+def z4(n, name, idea, parts, a=2, side=1, run=40, cx=0):
     t = Track(n, name, idea)
-    t.a = a
-    t.road(40)
-    t.hug(1, at=8)
-    t.star_here(-4)
-    t.ramp_up(3, land=20)
+    t.a, t.cx = a, cx
+    t.side = side
+    # The first star where the car is against the kerb, well before the
+    # first piece's run-up.
+    first = 14 + 5 * abs(t.lane_x())
+    t.road(max(run, first + 16))
+    t.hug(side, at=8)
+    t.star(t.lane_x(), t.h, first)
     for p in parts:
         p(t)
         t.road(Track.spacing)
@@ -572,19 +615,34 @@ def z4(n, name, idea, parts, a=2):
 
 def zone4():
     return [
-        z4(31, "Rock Fall", "ramps and crumbling slopes", [rampup(3), crumble(3), rampup(3), crumble(4), stairs(1)]),
-        z4(32, "Loose Gravel", "a ramp up, a crumbling run down", [rampup(3), crumble(3), stairs(2)], a=3),
-        z4(33, "Going Down", "steps down, falling blocks between", [stairs(3), crumble(2), down(1), crumble(2)]),
-        z4(34, "Sinking Feeling", "long crumbling runs", [rampup(4), crumble(5), stairs(2), crumble(3)], a=3),
-        z4(35, "Landslide", "down a ramp onto crumbling ground", [rampup(4), rampdown(2), crumble(2), stairs(2), down(1)]),
-        z4(36, "Cave In", "steps up to a crumbling bridge", [stairs(3), crumble(3), jog(-5), stairs(2), down(2)]),
-        z4(37, "Avalanche", "stairs, shifts and crumble",
-           [stairs(2), jog(5), crumble(2), stairs(3), jog(-5), crumble(3), down(1)]),
-        z4(38, "Stair Master", "a staircase of walls to jump", [stairs(4), down(2), stairs(2), down(2)]),
-        z4(39, "Tumbledown", "up the stairs, down the crumble, twice",
-           [stairs(3), crumble(3), stairs(3), crumble(3)], a=3),
+        z4(31, "Cave In", "the road has fallen in down the middle and along one side: jump the holes",
+           [to(0, 6, 1), caved(1, 5), over(-1), caved(-1, 6, crumbling=True), over(1), caved(1, 7)], a=2, side=1),
+        z4(32, "Rock Fall", "fallen rocks give way across a wide road; keep to the firm side",
+           [patches([1, -1, 1, -1, 1], slack=0), boulder(), patches([1, -1, 1, -1, 1], slack=0), boulder()], a=4,
+           side=-1),
+        z4(33, "Landslide", "long ramps down a wide road that slides across",
+           [stairs(2), rampup(4, 16), rampdown(2, 16), to(3, 4, 1), rampdown(2, 16), to(0, 4, -1), scree(2, -3)],
+           a=4, side=-1, cx=-3),
+        z4(34, "Going Down", "one terrace down after another, all the way across",
+           [to(-5, 1, -1), rampup(5, 24), over(1), terraces(5, 2)], a=1, side=-1),
+        z4(35, "Loose Gravel", "crumbling runs slide down and across the road, side to side",
+           [rampup(4, 16), scree(3, 5), over(-1), stairs(1), rampup(2), scree(3, -5), over(1), stairs(1), rampup(2),
+            scree(3, 5)],
+           a=3, side=1, cx=-3),
+        z4(36, "Sinking Feeling", "long crumbling runs on a narrow road, walls between",
+           [stairs(2), rampup(3, 16), crumble(5), stairs(2), rampup(3, 16), crumble(5)], a=1, side=-1),
+        z4(37, "Avalanche", "wide crumbling slopes that narrow to a lane",
+           [stairs(2), rampup(2, 16), to(0, 6, 1), scree(4, 0), to(5, 1, 1), stairs(2), rampup(2, 16), to(0, 6, -1),
+            scree(4, 0)], a=1, side=1),
+        z4(38, "Stair Master", "a staircase of walls that turns at each landing",
+           [up_stairs(3, 2), lambda t: t.road(36), up_stairs(3, -2), rampdown(3, 16), rampdown(3, 16)], a=2,
+           side=1, cx=-2),
+        z4(39, "Tumbledown", "up the stairs and down the crumble, across the road, twice",
+           [up_stairs(3, 1), scree(3, 3), to(-3, 3, -1), lambda t: t.hug(1, at=t.z - 6), up_stairs(3, 1),
+            scree(3, 3)], a=3, side=1, cx=-3),
         z4(40, "Collapse", "everything in the heights gives way",
-           [rampup(3), crumble(3), stairs(3), jog(-5), crumble(3), stairs(2), rampdown(2)]),
+           [up_stairs(3, 1), scree(3, 1), to(0, 6, -1), caved(-1, 6, crumbling=True), to(-4, 2, -1),
+            up_stairs(2, 2), patches([1, -1]), boulder()], a=2, side=1, cx=-2),
     ]
 
 
