@@ -591,6 +591,11 @@ def boulder():
     return lambda t: (t.step_up(1, tread=16), t.drop(1, land=20))
 
 
+def landing():
+    """Level road between two flights of a staircase."""
+    return lambda t: t.road(36)
+
+
 def over(side):
     """Straight road long enough to steer from kerb to kerb."""
     return lambda t: (t.hug(side), t.road(heights.cross_length(2 * t.a)))
@@ -621,7 +626,7 @@ def zone4():
            [patches([1, -1, 1, -1, 1], slack=0), boulder(), patches([1, -1, 1, -1, 1], slack=0), boulder()], a=4,
            side=-1),
         z4(33, "Landslide", "long ramps down a wide road that slides across",
-           [stairs(2), rampup(4, 16), rampdown(2, 16), to(3, 4, 1), rampdown(2, 16), to(0, 4, -1), scree(2, -3)],
+           [stairs(2), rampup(4, 24), rampdown(2, 32), to(3, 4, 1), rampdown(2, 32), to(0, 4, -1), scree(2, -3)],
            a=4, side=-1, cx=-3),
         z4(34, "Going Down", "one terrace down after another, all the way across",
            [to(-5, 1, -1), rampup(5, 24), over(1), terraces(5, 2)], a=1, side=-1),
@@ -629,14 +634,15 @@ def zone4():
            [rampup(4, 16), scree(3, 5), over(-1), stairs(1), rampup(2), scree(3, -5), over(1), stairs(1), rampup(2),
             scree(3, 5)],
            a=3, side=1, cx=-3),
-        z4(36, "Sinking Feeling", "long crumbling runs on a narrow road, walls between",
-           [stairs(2), rampup(3, 16), crumble(5), stairs(2), rampup(3, 16), crumble(5)], a=1, side=-1),
+        z4(36, "Sinking Feeling", "long crumbling runs on a narrow road, by one side and then the other",
+           [to(-5, 1, -1), stairs(2), rampup(3, 16), crumble(5), to(5, 1, 1), stairs(2), rampup(3, 16), crumble(5)],
+           a=1, side=-1),
         z4(37, "Avalanche", "wide crumbling slopes that narrow to a lane",
            [stairs(2), rampup(2, 16), to(0, 6, 1), scree(4, 0), to(5, 1, 1), stairs(2), rampup(2, 16), to(0, 6, -1),
             scree(4, 0)], a=1, side=1),
         z4(38, "Stair Master", "a staircase of walls that turns at each landing",
-           [up_stairs(3, 2), lambda t: t.road(36), up_stairs(3, -2), rampdown(3, 16), rampdown(3, 16)], a=2,
-           side=1, cx=-2),
+           [up_stairs(2, 3), landing(), up_stairs(2, -3), landing(), up_stairs(2, 3), rampdown(3, 16), rampdown(3, 16)],
+           a=2, side=1, cx=-2),
         z4(39, "Tumbledown", "up the stairs and down the crumble, across the road, twice",
            [up_stairs(3, 1), scree(3, 3), to(-3, 3, -1), lambda t: t.hug(1, at=t.z - 6), up_stairs(3, 1),
             scree(3, 3)], a=3, side=1, cx=-3),
