@@ -633,7 +633,7 @@ def zone4():
         z4(35, "Loose Gravel", "crumbling runs slide down and across the road, side to side",
            [rampup(4, 16), scree(3, 5), over(-1), stairs(1), rampup(2), scree(3, -5), over(1), stairs(1), rampup(2),
             scree(3, 5)],
-           a=3, side=1, cx=-3),
+           a=3, side=1, cx=-2),
         z4(36, "Sinking Feeling", "long crumbling runs on a narrow road, by one side and then the other",
            [to(-5, 1, -1), stairs(2), rampup(3, 16), crumble(5), to(5, 1, 1), stairs(2), rampup(3, 16), crumble(5)],
            a=1, side=-1),
@@ -644,11 +644,11 @@ def zone4():
            [up_stairs(3, -1), over(1), scree(3, 3), over(-1), up_stairs(3, -1), over(1), scree(3, 3)],
            a=2, side=-1, cx=1),
         z4(39, "Stair Master", "a staircase of walls that turns at each landing",
-           [up_stairs(2, 3), landing(), up_stairs(2, -3), landing(), up_stairs(2, 3), rampdown(3, 16), rampdown(3, 16)],
-           a=2, side=1, cx=-2),
+           [up_stairs(2, 2), landing(), up_stairs(2, -2), landing(), up_stairs(2, 2), rampdown(3, 16), rampdown(3, 16)],
+           a=2, side=1, cx=-1),
         z4(40, "Collapse", "everything in the heights gives way",
            [up_stairs(3, 1), scree(3, 1), to(0, 6, -1), caved(-1, 6, crumbling=True), to(-4, 2, -1),
-            up_stairs(2, 2), patches([1, -1]), boulder()], a=2, side=1, cx=-2),
+            up_stairs(2, 2), patches([1, -1]), boulder()], a=2, side=1, cx=-1),
     ]
 
 
