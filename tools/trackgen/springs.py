@@ -88,6 +88,11 @@ def pad_chain(t, hops, island=5, star=True):
     t.pieces.add("pad chain")
 
 
+def pad_star(t, launch):
+    """A star where the car is 15 frames after the pad threw it up at 0.45."""
+    t.star(t.lane_x(), t.h + round(0.45 * 15 - 0.0125 * 15 * 15), launch + 9)
+
+
 def pad_jog(t, cx, a=None, rise=1, gap=8, kind="plain", star=True):
     """A pad throws the car onto a plaza that leads to a lane beside the
     old one (ice makes the crossing a slide)."""
@@ -96,7 +101,7 @@ def pad_jog(t, cx, a=None, rise=1, gap=8, kind="plain", star=True):
     t.let_go(t.z - 6)
     launch = pad_row(t)
     if star:
-        t.star(t.lane_x(), t.h + round(0.45 * 15 - 0.0125 * 15 * 15), launch + 9)
+        pad_star(t, launch)
     t.z += gap
     t.h += rise
     land = launch + flight(rise)
@@ -274,7 +279,7 @@ def pad_gap(t, gap=8, rise=0, land=14, star=True):
     t.let_go(t.z - 6)
     launch = pad_row(t)
     if star:
-        t.star(t.lane_x(), t.h + round(0.45 * 15 - 0.0125 * 15 * 15), launch + 9)
+        pad_star(t, launch)
     t.z += gap
     t.h += rise
     t.road(land)

@@ -9,21 +9,9 @@ import unittest
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 import frost  # noqa: E402
+from laid import blocks  # noqa: E402
 import zones  # noqa: E402
 from trackkit import Track  # noqa: E402
-
-
-def blocks(t):
-    """(x0, x1, z0, z1, top, kind) of every block line of a track."""
-    out = []
-    for line in t.lines:
-        w = line.split()
-        if w[0] != "block":
-            continue
-        x, y, z, sx, sy, sz = map(float, w[1:7])
-        kind = w[-1] if w[-1] in ("ice", "deadly", "turbo", "finish", "falling", "bounce") else "plain"
-        out.append((x, x + sx, z, z + sz, y + sy, kind))
-    return out
 
 
 def road_under(t, x, z):

@@ -4,21 +4,8 @@ layout that breaks that is refused when the tracks are written."""
 import unittest
 
 import heights
+from laid import blocks
 from trackkit import Track
-
-
-def blocks(t, kind=None):
-    """(x0, x1, z0, z1, top, kind) of every block laid so far."""
-    out = []
-    for line in t.lines:
-        w = line.split()
-        if w[0] != "block":
-            continue
-        x, y, z, sx, sy, sz = map(float, w[1:7])
-        k = w[-1] if w[-1] in ("falling", "deadly", "ice", "finish") else "plain"
-        if kind is None or k == kind:
-            out.append((x, x + sx, z, z + sz, y + sy, k))
-    return out
 
 
 def road_under(t, x, z):

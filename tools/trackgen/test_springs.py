@@ -9,23 +9,9 @@ import unittest
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 import springs  # noqa: E402
+from laid import blocks  # noqa: E402
 import zones  # noqa: E402
 from trackkit import JUMP, Track  # noqa: E402
-
-KINDS = ("ice", "deadly", "turbo", "finish", "falling", "bounce")
-
-
-def blocks(t):
-    """(x0, x1, z0, z1, top, kind) of every block line of a track."""
-    out = []
-    for line in t.lines:
-        w = line.split()
-        if w[0] != "block":
-            continue
-        x, y, z, sx, sy, sz = map(float, w[1:7])
-        out.append((x, x + sx, z, z + sz, y + sy, w[-1] if w[-1] in KINDS else "plain"))
-    return out
-
 
 def tops_at(t, x, z, kind=None):
     return [b for b in blocks(t) if b[0] <= x <= b[1] and b[2] <= z < b[3] and (kind is None or b[5] == kind)]
