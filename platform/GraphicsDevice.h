@@ -28,7 +28,8 @@ enum class RenderState {
     DestBlend,         // Blend value
     PointSize,         // float bits (FloatToDWord)
     MultisampleAntialias,
-    CullMode,  // 1 none, 2 clockwise, 3 counter-clockwise (default)
+    CullMode,       // 1 none, 2 clockwise, 3 counter-clockwise (default)
+    TextureFactor,  // ARGB: the colour a texture stage's TaTFactor argument stands for
 };
 
 enum Blend : uint32_t {
@@ -43,7 +44,7 @@ enum Blend : uint32_t {
 enum class TextureStageState { ColorOp, ColorArg1, ColorArg2, AlphaOp, AlphaArg1, AlphaArg2 };
 
 enum TextureOp : uint32_t { TopDisable = 1, TopSelectArg1 = 2, TopSelectArg2 = 3, TopModulate = 4 };
-enum TextureArg : uint32_t { TaDiffuse = 0, TaCurrent = 1, TaTexture = 2 };
+enum TextureArg : uint32_t { TaDiffuse = 0, TaCurrent = 1, TaTexture = 2, TaTFactor = 3 };
 
 // What the device was asked to create: the back buffer size and multisampling.
 struct PresentParams {

@@ -91,15 +91,28 @@ void GhostCar::draw(int64_t frame) {
     if (g->spinning) world = clsPlayer::Spun(world, g->spinAngle);
     world = MatrixMultiply(world, MatrixTranslation(g->position.x, g->position.y, g->position.z));
     device.setTransform(TransformKind::World, world);
-    // Added light, not paint: the ghost glows over the track and never
-    // hides the live car or writes depth that would cut into it.
-    device.setRenderState(RenderState::SrcBlend, BlendOne);
+    // A see-through car, drawn after the live one: blocks in front of it
+    // hide it, and the live car shows through it or in front of it. First
+    // its depth alone (the picture left as it is), so that only its nearest
+    // surface is painted: its own parts do not show through one another.
+    device.setRenderState(RenderState::AlphaBlendEnable, 1);
+    device.setRenderState(RenderState::ZEnable, 1);
+    device.setRenderState(RenderState::SrcBlend, BlendZero);
     device.setRenderState(RenderState::DestBlend, BlendOne);
-    device.setRenderState(RenderState::ZWriteEnable, 0);
     model_.Draw();
-    device.setRenderState(RenderState::ZWriteEnable, 1);
+    // Then its skin at a fixed opacity over what is behind it.
+    device.setRenderState(RenderState::ZWriteEnable, 0);
     device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
     device.setRenderState(RenderState::DestBlend, BlendInvSrcAlpha);
+    device.setRenderState(RenderState::TextureFactor, Look);
+    device.setTextureStageState(TextureStageState::ColorArg2, TaTFactor);
+    device.setTextureStageState(TextureStageState::AlphaOp, TopModulate);
+    device.setTextureStageState(TextureStageState::AlphaArg2, TaTFactor);
+    model_.Draw();
+    device.setTextureStageState(TextureStageState::ColorArg2, TaCurrent);
+    device.setTextureStageState(TextureStageState::AlphaOp, TopSelectArg1);
+    device.setTextureStageState(TextureStageState::AlphaArg2, TaCurrent);
+    device.setRenderState(RenderState::ZWriteEnable, 1);
 }
 
 }  // namespace qb

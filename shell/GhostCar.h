@@ -26,6 +26,9 @@ struct GhostFrame {
 class GhostCar {
 public:
     static constexpr const char* SettingKey = "race.ghost";
+    // Its skin's colour is multiplied by this (ARGB): the alpha is how much
+    // of it covers what is behind.
+    static constexpr uint32_t Look = 0x80FFFFFFu;
 
     explicit GhostCar(frmGame& game);
     GhostCar(const GhostCar&) = delete;

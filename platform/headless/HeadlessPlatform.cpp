@@ -44,6 +44,7 @@ void HeadlessGraphics::clear(uint32_t, float) {
     textDrawn.clear();
     textRects.clear();
     textColours.clear();
+    meshDraws.clear();
 }
 
 void HeadlessGraphics::setTransform(TransformKind kind, const Matrix4& m) {
@@ -125,8 +126,9 @@ void HeadlessGraphics::drawPointVertices(const PointVertex* v, int count) {
     primitivesDrawn += count;
 }
 
-void HeadlessGraphics::drawMeshSubset(MeshId, int) {
+void HeadlessGraphics::drawMeshSubset(MeshId mesh, int subset) {
     ++drawCalls;
+    meshDraws.push_back(MeshDraw{mesh, subset, boundTexture, world, renderStates, stageStates});
 }
 
 void HeadlessGraphics::drawText(FontId, const std::string& text, int left, int top, int right, int bottom,

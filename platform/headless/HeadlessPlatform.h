@@ -95,6 +95,17 @@ public:
     } lastBufferDraw;
     std::map<FontId, std::string> fonts;
     std::vector<PointVertex> points;  // the last point list drawn
+    // The mesh parts drawn since the last clear, each with the states it was
+    // drawn in.
+    struct MeshDraw {
+        MeshId mesh = 0;
+        int subset = 0;
+        TextureId texture = 0;
+        Matrix4 world;
+        std::map<RenderState, uint32_t> states;
+        std::map<TextureStageState, uint32_t> stage;
+    };
+    std::vector<MeshDraw> meshDraws;
 
 private:
     uint32_t nextId_ = 1;

@@ -61,8 +61,11 @@ int VertexCount(Primitive type, int primitiveCount) {
     return 0;
 }
 
-bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque) {
-    auto opaque = [&](uint32_t arg) { return arg == TaTexture ? textureOpaque : diffuseOpaque; };
+bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque,
+                      bool factorOpaque) {
+    auto opaque = [&](uint32_t arg) {
+        return arg == TaTexture ? textureOpaque : arg == TaTFactor ? factorOpaque : diffuseOpaque;
+    };
     switch (op) {
         case TopSelectArg1:
             return opaque(arg1);
@@ -86,7 +89,10 @@ void GlCombine(bool alpha, uint32_t op, uint32_t arg1, uint32_t arg2) {
     const GLenum src0 = alpha ? GL_SRC0_ALPHA : GL_SRC0_RGB;
     const GLenum src1 = alpha ? GL_SRC1_ALPHA : GL_SRC1_RGB;
     const GLint operand = alpha ? GL_SRC_ALPHA : GL_SRC_COLOR;
-    auto source = [](uint32_t arg) { return arg == TaTexture ? GL_TEXTURE : GL_PRIMARY_COLOR; };
+    // The texture factor is the environment's constant colour.
+    auto source = [](uint32_t arg) {
+        return arg == TaTexture ? GL_TEXTURE : arg == TaTFactor ? GL_CONSTANT : GL_PRIMARY_COLOR;
+    };
     glTexEnvi(GL_TEXTURE_ENV, alpha ? GL_OPERAND0_ALPHA : GL_OPERAND0_RGB, operand);
     glTexEnvi(GL_TEXTURE_ENV, alpha ? GL_OPERAND1_ALPHA : GL_OPERAND1_RGB, operand);
     switch (op) {

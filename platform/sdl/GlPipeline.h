@@ -30,8 +30,9 @@ int VertexCount(Primitive type, int primitiveCount);
 // "current" is the diffuse colour.
 void GlCombine(bool alpha, uint32_t op, uint32_t arg1, uint32_t arg2);
 // Whether texture stage 0's alpha comes out fully opaque, given whether the
-// texture and the vertices' diffuse colours are.
-bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque);
+// texture, the vertices' diffuse colours and the texture factor are.
+bool StageAlphaOpaque(uint32_t op, uint32_t arg1, uint32_t arg2, bool textureOpaque, bool diffuseOpaque,
+                      bool factorOpaque = true);
 // Whether blending with these factors leaves a fully opaque source as it is:
 // then a draw may skip it, and the destination read it costs.
 bool BlendKeepsOpaqueSource(uint32_t srcBlend, uint32_t destBlend);

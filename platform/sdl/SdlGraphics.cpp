@@ -86,7 +86,8 @@ void SdlGraphics::resetStates() {
                      {RenderState::DestBlend, BlendZero},
                      {RenderState::PointSize, FloatToDWord(1.0f)},
                      {RenderState::MultisampleAntialias, 1},
-                     {RenderState::CullMode, 3}};
+                     {RenderState::CullMode, 3},
+                     {RenderState::TextureFactor, 0xFFFFFFFFu}};
     stage_[ColorOpSlot] = TopModulate;
     stage_[ColorArg1Slot] = TaTexture;
     stage_[ColorArg2Slot] = TaCurrent;
@@ -290,9 +291,10 @@ void SdlGraphics::applyStates(bool diffuseOpaque) {
     // The game leaves blending on after its translucent pieces; an opaque
     // piece drawn so looks the same without it and costs less.
     const bool textureOpaque = boundTexture_ == 0 || opaqueTextures_.count(boundTexture_) != 0;
+    const uint32_t factor = renderStates_[RenderState::TextureFactor];
     const bool keeps =
         StageAlphaOpaque(stage_[AlphaOpSlot], stage_[AlphaArg1Slot], stage_[AlphaArg2Slot], textureOpaque,
-                         diffuseOpaque) &&
+                         diffuseOpaque, (factor >> 24) == 255u) &&
         BlendKeepsOpaqueSource(renderStates_[RenderState::SrcBlend], renderStates_[RenderState::DestBlend]);
     if (renderStates_[RenderState::AlphaBlendEnable] && !keeps) {
         glEnable(GL_BLEND);
@@ -318,6 +320,14 @@ void SdlGraphics::applyStates(bool diffuseOpaque) {
     glBindTexture(GL_TEXTURE_2D, tex != textures_.end() ? tex->second : white_);
     GlCombine(false, stage_[ColorOpSlot], stage_[ColorArg1Slot], stage_[ColorArg2Slot]);
     GlCombine(true, stage_[AlphaOpSlot], stage_[AlphaArg1Slot], stage_[AlphaArg2Slot]);
+    const bool usesFactor = stage_[ColorArg1Slot] == TaTFactor || stage_[ColorArg2Slot] == TaTFactor ||
+                            stage_[AlphaArg1Slot] == TaTFactor || stage_[AlphaArg2Slot] == TaTFactor;
+    if (usesFactor) {
+        uint8_t rgba[4];
+        UnpackArgb(factor, rgba);
+        const GLfloat colour[4] = {rgba[0] / 255.0f, rgba[1] / 255.0f, rgba[2] / 255.0f, rgba[3] / 255.0f};
+        glTexEnvfv(GL_TEXTURE_ENV, GL_TEXTURE_ENV_COLOR, colour);
+    }
 }
 
 void SdlGraphics::loadWorldMatrices() {
