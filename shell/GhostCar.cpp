@@ -100,16 +100,15 @@ void GhostCar::draw(int64_t frame) {
     device.setRenderState(RenderState::SrcBlend, BlendZero);
     device.setRenderState(RenderState::DestBlend, BlendOne);
     model_.Draw();
-    // Then its skin at a fixed opacity over what is behind it.
+    // Then its skin, lit as the car is, at a fixed opacity over what is
+    // behind it.
     device.setRenderState(RenderState::ZWriteEnable, 0);
     device.setRenderState(RenderState::SrcBlend, BlendSrcAlpha);
     device.setRenderState(RenderState::DestBlend, BlendInvSrcAlpha);
     device.setRenderState(RenderState::TextureFactor, Look);
-    device.setTextureStageState(TextureStageState::ColorArg2, TaTFactor);
     device.setTextureStageState(TextureStageState::AlphaOp, TopModulate);
     device.setTextureStageState(TextureStageState::AlphaArg2, TaTFactor);
     model_.Draw();
-    device.setTextureStageState(TextureStageState::ColorArg2, TaCurrent);
     device.setTextureStageState(TextureStageState::AlphaOp, TopSelectArg1);
     device.setTextureStageState(TextureStageState::AlphaArg2, TaCurrent);
     device.setRenderState(RenderState::ZWriteEnable, 1);

@@ -26,8 +26,8 @@ struct GhostFrame {
 class GhostCar {
 public:
     static constexpr const char* SettingKey = "race.ghost";
-    // Its skin's colour is multiplied by this (ARGB): the alpha is how much
-    // of it covers what is behind.
+    // The texture factor it is drawn with (ARGB): its alpha is how much of
+    // the ghost covers what is behind it.
     static constexpr uint32_t Look = 0x80FFFFFFu;
 
     explicit GhostCar(frmGame& game);

@@ -141,6 +141,56 @@ TEST(Ghost, FollowsTheBestRunFrameForFrameAndChangesNothingOfTheLiveRun) {
     EXPECT_GT(withGhost.platform().graphics.drawCalls - drawsBefore, 0);
 }
 
+TEST(Ghost, IsASeeThroughCarThatHidesBehindBlocksAndLeavesTheDeviceAsItFoundIt) {
+    SimRun run(GameDir);
+    std::string error;
+    ASSERT_TRUE(run.Start(1, error)) << error;
+    Race(run, Solution(1));
+    ASSERT_TRUE(run.Finished());
+    RaceAgain(run);
+    PlayOn(run, 40);  // standing still, the ghost drives away
+    using Draw = HeadlessGraphics::MeshDraw;
+    const std::vector<Draw> draws = run.platform().graphics.meshDraws;
+    auto state = [](const Draw& d, RenderState s, uint32_t unset) {
+        const auto it = d.states.find(s);
+        return it == d.states.end() ? unset : it->second;
+    };
+    auto stage = [](const Draw& d, TextureStageState s, uint32_t unset) {
+        const auto it = d.stage.find(s);
+        return it == d.stage.end() ? unset : it->second;
+    };
+    auto seeThrough = [&](const Draw& d) {
+        return stage(d, TextureStageState::AlphaArg2, TaCurrent) == TaTFactor;
+    };
+    // The frame: the live car, then the ghost's depth, then its skin at half
+    // cover, tested against the depth of the blocks in front of it.
+    const auto first = std::find_if(draws.begin(), draws.end(), seeThrough);
+    ASSERT_NE(first, draws.end()) << "no see-through ghost drawn";
+    const auto parts = std::count_if(draws.begin(), draws.end(), seeThrough);
+    ASSERT_GE(first - draws.begin(), 2 * parts) << "the live car and the ghost's depth come first";
+    for (auto d = first - parts; d != first; ++d) {
+        EXPECT_EQ(state(*d, RenderState::SrcBlend, 0), BlendZero) << "depth only: nothing painted";
+        EXPECT_EQ(state(*d, RenderState::DestBlend, 0), BlendOne);
+        EXPECT_EQ(state(*d, RenderState::ZWriteEnable, 1), 1u);
+    }
+    for (auto d = first; d != first + parts; ++d) {
+        EXPECT_EQ(state(*d, RenderState::ZEnable, 0), 1u);
+        EXPECT_EQ(state(*d, RenderState::ZWriteEnable, 1), 0u);
+        EXPECT_EQ(state(*d, RenderState::SrcBlend, 0), BlendSrcAlpha) << "painted over, not added as light";
+        EXPECT_EQ(state(*d, RenderState::DestBlend, 0), BlendInvSrcAlpha);
+        EXPECT_EQ(state(*d, RenderState::TextureFactor, 0) >> 24, 0x80u);
+        EXPECT_EQ(stage(*d, TextureStageState::AlphaOp, 0), TopModulate);
+        EXPECT_EQ(stage(*d, TextureStageState::ColorArg2, TaCurrent), TaCurrent) << "lit as the car";
+    }
+    // Its world is where the best run was, ahead of the car standing still.
+    EXPECT_GT(first->world.m[3][2], (first - parts - 1)->world.m[3][2] + 5);
+    // What is drawn next sees the device's usual states again.
+    const HeadlessGraphics& g = run.platform().graphics;
+    EXPECT_EQ(g.renderStates.at(RenderState::ZWriteEnable), 1u);
+    EXPECT_EQ(g.stageStates.at(TextureStageState::AlphaOp), TopSelectArg1);
+    EXPECT_EQ(g.stageStates.at(TextureStageState::AlphaArg2), TaCurrent);
+}
+
 TEST(RecordedRuns, ARestartAfterAnExplosionStandsOnNothingSoAHeldJumpWaits) {
     // The car blows up standing on a deadly block with Space held; the
     // restarted run must begin as a started one does, or its replay (which
