@@ -93,7 +93,7 @@ std::string Drive(int32_t track) {
     return run.Result();
 }
 
-// Winning every shipped track with all its stars, and track 9 needing its
+// Winning every shipped track with all its stars, and track 10 needing its
 // jumps, are proven in tests/tracks; example.dat has no solution to drive.
 TEST(ShippedTracks, TracksOneAndThreeFinishOnUpAloneAndEveryUserExampleLoads) {
     EXPECT_EQ(Drive(1).rfind("result: finished", 0), 0u);

@@ -115,11 +115,11 @@ TEST(ShippedTracks, EverySolutionFinishesWithEveryStarInTenToNinetySeconds) {
 }
 
 TEST(ShippedTracks, AScriptWithoutItsJumpsDoesNotWin) {
-    // The replay must catch a solution that no longer works: track 9 has
+    // The replay must catch a solution that no longer works: track 10 has
     // gaps, and without the jump key the car falls into the first.
-    KeyScript script = Load(Solutions + "09.keys");
+    KeyScript script = Load(Solutions + "10.keys");
     for (KeyStep& step : script.steps) std::erase(step.keys, uint8_t{57});
-    const Replay r = Play(GameDir, 9, script);
+    const Replay r = Play(GameDir, 10, script);
     EXPECT_FALSE(r.finished && r.stars == r.starCount) << r.result;
     EXPECT_TRUE(r.died);
 }

@@ -9,6 +9,7 @@ import unittest
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 
 import frost  # noqa: E402
+import laid  # noqa: E402
 from laid import blocks  # noqa: E402
 import zones  # noqa: E402
 from trackkit import Track  # noqa: E402
@@ -107,37 +108,15 @@ class FrostRun(unittest.TestCase):
     def setUp(self):
         self.tracks = zones.all_tracks()[20:30]
 
-    def outline(self, t):
-        """What the overview camera shows, sampled along the track: the spans of
-        road across it (holes and deadly tiles break a span)."""
-        bs = sorted((b for b in blocks(t) if b[5] != "deadly"), key=lambda b: b[0])
-        out = []
-        for k in range(48):
-            z = -5 + (t.z + 5) * (k + 0.5) / 48
-            spans = []
-            for b in bs:
-                if b[2] <= z < b[3]:
-                    if spans and b[0] <= spans[-1][1] + 0.01:
-                        spans[-1][1] = max(spans[-1][1], b[1])
-                    else:
-                        spans.append([b[0], b[1]])
-            out.append(spans)
-        return out
-
-    @staticmethod
-    def alike(a, b):
-        return len(a) == len(b) and all(abs(p[0] - q[0]) <= 1.5 and abs(p[1] - q[1]) <= 1.5 for p, q in zip(a, b))
-
     def test_every_track_reads_as_its_own_shape(self):
-        shapes = [self.outline(t) for t in self.tracks]
         for i in range(10):
             for j in range(i + 1, 10):
-                differ = sum(1 for a, b in zip(shapes[i], shapes[j]) if not self.alike(a, b))
+                differ = laid.differences(self.tracks[i], self.tracks[j])
                 self.assertGreater(differ, 12, "tracks %d and %d look alike" % (21 + i, 21 + j))
 
     def test_every_track_moves_sideways_and_stays_in_view(self):
         for t in self.tracks:
-            spans = [s for s in self.outline(t) if s]
+            spans = [s for s in laid.outline(t) if s]
             middles = {round((s[0][0] + s[-1][1]) / 2) for s in spans}
             widths = {round(s[-1][1] - s[0][0]) for s in spans}
             self.assertTrue(len(middles) > 1 or len(widths) > 1, t.name)

@@ -9,129 +9,7 @@ import frost
 import springs as pads
 import garden
 import heights
-
-
-# --- zone 1: Training Ground, one idea a track --------------------------------
-
-def first_drive():
-    t = Track(1, "First Drive", "steer from kerb to kerb for the stars; Up alone still reaches the flag")
-    t.road(30)
-    t.weave_stars(200, [1, -1, 1, -1, 1])
-    t.finish(20)
-    return t
-
-
-def mind_the_gaps():
-    t = Track(9, "Mind the Gaps", "jump the gaps, each a little wider")
-    t.road(40)
-    t.hug(1, at=20)
-    t.star_here(-6)
-    for g in (4, 5, 6):
-        t.gap(g, land=30)
-    t.finish()
-    return t
-
-
-def up_and_over():
-    t = Track(5, "Up and Over", "ramps up, drops down; stars high and low")
-    t.road(50)
-    t.hug(-1, at=8)
-    t.star_here(-10)
-    t.ramp_up(2, land=30)
-    t.star_here(-8)
-    t.drop(1, land=30)
-    t.ramp_up(2, land=34)
-    t.star_here(-6)
-    t.drop(2, land=30)
-    t.finish()
-    return t
-
-
-def side_streets():
-    t = Track(2, "Side Streets", "the road steps sideways; hold to the kerb it moves to")
-    t.road(30)
-    for dx in (4, -4, 4, -4, -6, 6):
-        t.shift(dx)
-    t.finish()
-    return t
-
-
-def springs():
-    t = Track(7, "Springs", "bounce pads throw the car up onto higher road")
-    t.road(40)
-    t.hug(1, at=8)
-    t.star_here(-4)
-    t.bounce(1, gap=6)
-    t.bounce(2, gap=8)
-    t.drop(2, land=24)
-    t.bounce(2, gap=8)
-    t.finish()
-    return t
-
-
-def thin_ice():
-    t = Track(3, "Thin Ice", "on ice the car slides on: let the kerb catch it")
-    t.road(30)
-    t.ice(60, sides=[1, -1])
-    t.road(20)
-    t.ice(80, sides=[1, -1, 1, -1])
-    t.road(20)
-    t.finish()
-    return t
-
-
-def turbo():
-    t = Track(10, "Turbo", "turbo pads: a long jump only at full speed, then stop")
-    t.road(40)
-    t.hug(-1, at=8)
-    t.star_here(-4)
-    t.turbo_jump(10)
-    t.road(20)
-    t.hug(1)
-    t.road(30)
-    t.star_here(-6)
-    t.turbo_jump(12)
-    t.finish()
-    return t
-
-
-def crumbling():
-    t = Track(6, "Crumble", "blocks that fall away: keep going")
-    t.road(40)
-    t.hug(1, at=8)
-    t.star_here(-4)
-    t.ramp_up(3, land=24)
-    t.falling_run(3)
-    t.road(10)
-    t.star_here(-6)
-    t.ramp_up(3, land=20)
-    t.falling_run(3)
-    t.finish()
-    return t
-
-
-def handle_with_care():
-    t = Track(4, "Handle with Care", "deadly tiles: keep to the free lane")
-    t.road(30)
-    t.deadly_zigzag([1, -1, 1])
-    t.road(20)
-    t.deadly_island()
-    t.road(20)
-    t.finish()
-    return t
-
-
-def shuttle_service():
-    t = Track(8, "Shuttle Service", "wait for the shuttle, drop onto it, ride it over")
-    t.road(40)
-    t.hug(1, at=8)
-    t.star_here(-4)
-    t.ramp_up(3, land=24)
-    t.platform_cross(10, dist=3, speed=3)
-    t.road(30)
-    t.platform_cross(12, dist=4, speed=3, direction="left", drop=0.5)
-    t.finish()
-    return t
+from training import zone1
 
 
 # --- zone 2: Sky Bridges, gaps, stones, shuttles and parting ways ------------
@@ -923,12 +801,6 @@ def zone6():
            [pad(2), leap(8), down(2), shuttle(12, 4, 3, "left"), eye(-1), rows([1, -1, 1, -1]), stairs(2), down(2),
             leap(8), chain(3), moon()], opening=short_start),
     ]
-
-
-def zone1():
-    # In the order they teach: steering, then the road's own ways, then jumps.
-    return [first_drive(), side_streets(), thin_ice(), handle_with_care(), up_and_over(), crumbling(), springs(),
-            shuttle_service(), mind_the_gaps(), turbo()]
 
 
 def levelled(make, length):
