@@ -84,12 +84,12 @@ TEST(TrackTool, InvalidUsageExitsTwo) {
     EXPECT_EQ(Tool("--help").code, 0);
 }
 
-// Holds Up until the run ends.
+// Holds Up until the run ends (a minute at most).
 std::string Drive(int32_t track) {
     SimRun run(QUORBIT_GAME_DIR);
     std::string error;
     if (!run.Start(track, error)) return error;
-    for (int f = 0; f < 600 && !run.Finished(); ++f) run.Step({DIK_UP});
+    for (int f = 0; f < 1500 && !run.Finished(); ++f) run.Step({DIK_UP});
     return run.Result();
 }
 
