@@ -163,3 +163,34 @@ def gravel(t, sides, row=6, slack=8, star=True):
             t.star(t.lane_x(s), t.h, t.z + row / 2)
         t.z += row
     t.pieces.add("gravel")
+
+
+def switchback(t, steps, dx, dh=1):
+    """Wide terraces down, each set dx to one side of the last and the next
+    back again: the route crosses every terrace to the kerb on the side the
+    next one lies, and drives off the edge without steering."""
+    s = 1 if dx > 0 else -1
+    for i in range(steps):
+        side = s if i % 2 == 0 else -s
+        if t.side != side:
+            t.hug(side)
+            t.road(cross_length(2 * t.a))
+        descend(t, 1, side * abs(dx), dh, star_every=1)
+        t.road(6)
+    t.pieces.add("switchback")
+
+
+def sink(t, widths, count=2, star=True):
+    """The road crumbles away a step at a time and is narrower below each
+    crumbling run, its edge on the held kerb's side staying where it is."""
+    side = t.side
+    assert side, "track %d: sinking needs a kerb to hold to" % t.number
+    for a in widths:
+        assert a < t.a, "track %d: the road must narrow as it sinks" % t.number
+        t.falling_run(count)
+        t.cx += side * (t.a - a)
+        t.a = a
+        t.road(cross_length(2) + 8)
+        if star:
+            t.star(t.lane_x(side), t.h, round(t.z - 4))
+    t.pieces.add("sinking")

@@ -474,6 +474,19 @@ def landing():
     return lambda t: t.road(36)
 
 
+def backs(steps, dx):
+    return lambda t: heights.switchback(t, steps, dx)
+
+
+def sinking(widths):
+    return lambda t: heights.sink(t, widths)
+
+
+def gulf(g):
+    """Where the ground has gone altogether: a jump."""
+    return lambda t: t.gap(g, land=30)
+
+
 def over(side):
     """Straight road long enough to steer from kerb to kerb."""
     return lambda t: (t.hug(side), t.road(heights.cross_length(2 * t.a)))
@@ -506,23 +519,24 @@ def zone4():
         z4(33, "Landslide", "long ramps down a wide road that slides across",
            [stairs(2), rampup(4, 24), rampdown(2, 32), to(3, 4, 1), rampdown(2, 32), to(0, 4, -1), scree(2, -3)],
            a=4, side=-1, cx=-3),
-        z4(34, "Going Down", "one terrace down after another, all the way across",
-           [to(-5, 1, -1), rampup(5, 24), over(1), terraces(5, 2)], a=1, side=-1),
+        z4(34, "Going Down", "one wide terrace down after another, from side to side",
+           [rampup(7, 24), backs(7, 4)], a=3, side=-1),
         z4(35, "Loose Gravel", "crumbling runs slide down and across the road, side to side",
            [rampup(4, 16), scree(3, 5), over(-1), stairs(1), rampup(2), scree(3, -5), over(1), stairs(1), rampup(2),
             scree(3, 5)],
            a=3, side=1, cx=-2),
-        z4(36, "Sinking Feeling", "long crumbling runs on a narrow road, by one side and then the other",
-           [to(-5, 1, -1), stairs(2), rampup(3, 16), crumble(5), to(5, 1, 1), stairs(2), rampup(3, 16), crumble(5)],
-           a=1, side=-1),
+        z4(36, "Sinking Feeling", "the road crumbles away under the car, narrower after every fall",
+           [rampup(4, 16), sinking([5, 4]), over(-1), gulf(5), rampup(4, 16), sinking([3, 2]), over(1), gulf(6),
+            rampup(2, 16), sinking([1])], a=6, side=1),
         z4(37, "Avalanche", "wide crumbling slopes that narrow to a lane",
            [stairs(2), rampup(2, 16), to(0, 6, 1), scree(4, 0), to(5, 1, 1), stairs(2), rampup(2, 16), to(0, 6, -1),
             scree(4, 0)], a=1, side=1),
         z4(38, "Tumbledown", "up the stairs one way, down the crumble the other, twice",
            [up_stairs(3, -1), over(1), scree(3, 3), over(-1), up_stairs(3, -1), over(1), scree(3, 3)],
            a=2, side=-1, cx=1),
-        z4(39, "Stair Master", "a staircase of walls that turns at each landing",
-           [up_stairs(2, 2), landing(), up_stairs(2, -2), landing(), up_stairs(2, 2), rampdown(3, 16), rampdown(3, 16)],
+        z4(39, "Stair Master", "a staircase of walls that turns on a wide landing after every flight",
+           [up_stairs(2, 2), to(2, 5, 1), to(6, 1, 1), up_stairs(2, -2), to(-1, 5, -1), rampdown(2, 16),
+            to(-5, 1, -1), rampdown(2, 16)],
            a=2, side=1, cx=-1),
         z4(40, "Collapse", "everything in the heights gives way",
            [up_stairs(3, 1), scree(3, 1), to(0, 6, -1), caved(-1, 6, crumbling=True), to(-4, 2, -1),
