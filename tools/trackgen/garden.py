@@ -250,6 +250,51 @@ def minefield(t, sides, pitch=(2.5, 6.0), size=1.2, clear=0.6):
     bed(t, length, tiles=tiles)
 
 
+def poison(t, sides, clear=0.9, step=2.0, grain=0.5):
+    """A wide road all poison but for the way the route takes through it,
+    kerb to kerb, one kerb per entry of `sides`: a path winding through a
+    deadly field. The path's edges keep `clear` beside the car's sides and
+    fall on a grid of `grain`, so the field is laid in long strips."""
+    start = t.z
+    z = 0.0
+    here = t.side
+    for s in sides:
+        hold(t, start + z + 0.5, s)
+        dz = lean(2 * t.a if here else t.a) + 10 if s != here else 20
+        t.star(t.cx + s * t.a, t.h, start + z + dz - 4)
+        z += dz
+        here = s
+    length = z + 6
+    a = t.a
+
+    def car_x(zz):
+        return path_x(t, zz, t.cx - a, t.cx + a) - t.cx
+
+    # Bands of `grain` across the field, each poison in the slices of `step`
+    # along z that keep clear of the path, runs of slices laid as one tile.
+    x0, x1 = -a - 0.4, a + 0.4
+    edges = [x0 + k * grain for k in range(int((x1 - x0) / grain + 1e-6) + 1)]
+    if edges[-1] < x1 - 1e-6:
+        edges.append(x1)
+    bands = list(zip(edges, edges[1:]))
+    runs = {band: [] for band in bands}
+    zz = 8.0
+    while zz < length - 6:
+        xs = [car_x(start + q) for q in (zz - 2, zz, zz + step / 2.0, zz + step, zz + step + 2)]
+        lo, hi = min(xs) - 0.4 - clear, max(xs) + 0.4 + clear
+        for b0, b1 in bands:
+            if b1 <= lo or b0 >= hi:
+                band = runs[(b0, b1)]
+                if band and abs(band[-1][1] - zz) < 1e-6:
+                    band[-1][1] = zz + step
+                else:
+                    band.append([zz, zz + step])
+        zz += step
+    tiles = [(b0, b1, z0, z1) for (b0, b1), band in runs.items() for z0, z1 in band]
+    bed(t, length, tiles=tiles)
+    t.pieces.add("poison field")
+
+
 def drift(t, runs, block=8, thorn=1.0):
     """The road drifts sideways a unit a block, a run of blocks one way,
     then the next run the other way: a sawtooth. The car holds to the kerb

@@ -125,5 +125,37 @@ class GravelTest(unittest.TestCase):
             self.assertGreaterEqual(min(abs(sx - x0), abs(sx - x1)), 0.8)
 
 
+
+class SinkAndSwitchbackTest(unittest.TestCase):
+    def test_a_sinking_road_narrows_from_the_side_the_car_is_not_on(self):
+        for side in (1, -1):
+            t = fresh(a=6, side=side)
+            lane = t.lane_x(side)
+            heights.sink(t, [4, 2])
+            self.assertEqual(t.a, 2)
+            # The held kerb's lane never moves: the car runs straight on it,
+            # and every road below the crumbling runs still lies under it.
+            self.assertEqual(t.lane_x(side), lane)
+            for z in range(45, int(t.z), 2):
+                self.assertTrue(road_under(t, lane, z + 0.5) or road_under(t, lane - side * 0.4, z + 0.5), z)
+            with self.assertRaises(AssertionError):
+                heights.sink(t, [3])
+
+    def test_switchback_terraces_turn_the_route_at_every_one(self):
+        t = Track(34, "test")
+        t.a, t.h = 3, 10
+        t.road(40)
+        t.hug(-1, at=8)
+        heights.switchback(t, 4, 4)
+        tops = sorted({b[4] for b in blocks(t) if b[1] - b[0] > 5})
+        self.assertEqual(tops, [6, 7, 8, 9, 10])
+        # Held right, left, right, left: the kerb the next terrace lies to.
+        holds = [1 if x > 0 else -1 for z, x in steering(t) if z > 40 and abs(x) > 6]
+        turns = [s for k, s in enumerate(holds) if k == 0 or holds[k - 1] != s]
+        self.assertEqual(turns, [1, -1, 1, -1])
+        for b in blocks(t):
+            self.assertGreaterEqual(b[0], -8.5)
+            self.assertLessEqual(b[1], 8.5)
+
 if __name__ == "__main__":
     unittest.main()

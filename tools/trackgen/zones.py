@@ -150,22 +150,31 @@ def rope_bridge():
 
 
 def high_wire():
-    def pole(side):
-        # At each turn the wire is tied to a pole standing out on the outer
-        # side; the car crosses to its other kerb on the way, then up a step.
+    def tower(a):
+        # A tower the wire is strung to, a step up and wider on both sides:
+        # the car jumps onto its top in its lane and rolls straight across,
+        # back onto the wire where it left it.
         def f(t):
-            t.hug(side)
-            bridges.reshape(t, 2.5)
-            t.road(20)
-            bridges.reshape(t, 1)
-            t.road(8)
-            t.step_up(1, tread=16)
+            side, lane = t.side, t.lane_x()
+            t.let_go(t.z - 12)
+            t.side = 0
+            bridges.reshape(t, a, keep=0)
+            t.step_up(1, tread=20, rehug=False)
+            t.star(lane, t.h, t.z - 10)
+            bridges.reshape(t, 1, keep=0)
+            t.side = side
         return f
 
-    return z2(16, "High Wire", "a thin wire zigzags up from pole to pole",
-              [lambda t: (t.road(20), t.hug(1, at=4)), lambda t: bridges.drift(t, 3), pole(-1),
-               lambda t: bridges.drift(t, -6), pole(1), lambda t: bridges.drift(t, 6), pole(-1),
-               lambda t: bridges.drift(t, -3)], a=1)
+    def wire(length):
+        def f(t):
+            t.hug(t.side, at=t.z + 6)
+            t.road(length)
+            t.star_here(-length / 2)
+        return f
+
+    return z2(16, "High Wire", "one long thin wire strung up from tower to tower",
+              [lambda t: (t.road(20), t.hug(1, at=4)), wire(30), tower(3), wire(50), tower(5), wire(40), tower(4),
+               wire(60), tower(6), wire(30)], a=1)
 
 
 def stepping_stones():
@@ -613,10 +622,12 @@ def thorn_hedge(n):
 
 
 def poison_path(n):
-    t = Track(n, "Poison Path", "the path drifts from side to side, thorns on the inside of every bend")
-    t.a = 2
-    t.road(30)
-    garden.drift(t, [(1, 6), (-1, 12), (1, 12), (-1, 12), (1, 6)])
+    # A field all poison but for the path that winds across it from kerb
+    # to kerb.
+    t = Track(n, "Poison Path", "a path winds through a field of poison from kerb to kerb")
+    t.a = 5
+    t.road(24)
+    garden.poison(t, [1, -1, 1, -1, 1, -1])
     t.road(20)
     t.finish()
     return t
@@ -687,9 +698,9 @@ def garden_of_doom(n):
 
 def zone5():
     order = [
+        poison_path,
         thorn_hedge,
         narrow_escape,
-        poison_path,
         labyrinth,
         last_breath,
         sting,
