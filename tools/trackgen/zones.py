@@ -241,8 +241,10 @@ def black_ice():
     t = Track(21, "Black Ice", "a ribbon of ice that drifts from side to side: lean on the kerb it moves to")
     t.a = 2
     t.road(30)
-    for side, steps in ((-1, 4), (1, 8), (-1, 8), (1, 4)):
-        frost.drift(t, side, steps)
+    for k, (side, steps) in enumerate(((-1, 4), (1, 8), (-1, 8), (1, 4))):
+        # Where the drift turns back, the kerb the car leaves steps in across
+        # its old lane: a late hand gets a second more of straight ice first.
+        frost.drift(t, side, steps, lead=frost.reach(t, side) + (15 if k else 0))
     t.finish()
     return t
 
